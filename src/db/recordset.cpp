@@ -1,0 +1,550 @@
+#include "db/recordset.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+
+#include "db/session.h"
+#include "platform/runtime_error.h"
+
+namespace lorvane::db {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString quoteName(QString name) {
+    name.replace(u'"', u"\"\""_s);
+    return u'"' + name + u'"';
+}
+
+RuntimeError noCurrentRecord() {
+    return RuntimeError(
+        u"Il valore di BOF o EOF è True oppure il record corrente è stato eliminato. "
+        u"L'operazione richiesta richiede un record corrente."_s);
+}
+
+RuntimeError unknownField(const QString& name) {
+    return RuntimeError(
+        u"Impossibile trovare l'elemento nell'insieme corrispondente al nome o al numero "
+        u"richiesto. (campo '%1')"_s.arg(name));
+}
+
+}  // namespace
+
+// --- Field --------------------------------------------------------------------
+
+Variant Field::Value() const {
+    return owner_->fieldValue(index_);
+}
+
+void Field::SetValue(const Variant& value) {
+    owner_->assign(index_, value);
+}
+
+// --- opening and reading --------------------------------------------------------
+
+Recordset::Recordset() = default;
+
+Recordset::~Recordset() {
+    try {
+        CancelUpdate();
+        if (session_) session_->commitWrites();
+    } catch (const RuntimeError&) {
+        // nothing more can be done for a recordset that goes away
+    }
+}
+
+void Recordset::Open(const Command& command) {
+    if (!command.ActiveConnection)
+        throw RuntimeError(u"Il comando non ha una connessione attiva."_s);
+    Open(command.CommandText, *command.ActiveConnection);
+}
+
+void Recordset::Open(const QString& accessSql, Connection& connection) {
+    if (open_) Close();
+    resetState();
+    session_ = connection.session();
+    source_ = accessSql;
+    const TranslatedSql translated = session_->translate(accessSql);
+    if (translated.kind != StatementKind::Select) {
+        throw RuntimeError(u"Un recordset si apre solo su un'istruzione di lettura (SELECT): "_s +
+                           accessSql);
+    }
+
+    sqlite3_stmt* statement = nullptr;
+    bool withRowId = !translated.updatableTable.isEmpty();
+    if (withRowId) {
+        try {
+            statement = session_->prepare(translated.sqlWithRowId, accessSql);
+        } catch (const RuntimeError&) {
+            withRowId = false;  // a view has no row id: read-only, read as written
+        }
+    }
+    if (!statement) statement = session_->prepare(translated.sql, accessSql);
+    if (!sqlite3_stmt_readonly(statement)) {
+        throw RuntimeError(u"L'istruzione non è di sola lettura: "_s + accessSql);
+    }
+
+    const int first = withRowId ? 1 : 0;
+    const int columns = sqlite3_column_count(statement) - first;
+    fields_.reserve(size_t(columns));
+    for (int i = 0; i < columns; ++i) {
+        const int c = i + first;
+        const QString name = QString::fromUtf8(sqlite3_column_name(statement, c));
+        Field field(this, i, name, fieldTypeFromDeclaration(sqlite3_column_decltype(statement, c)));
+        field.typedByValue_ = field.type_.code == DataType::Empty;
+        const char* table = sqlite3_column_table_name(statement, c);
+        const char* origin = sqlite3_column_origin_name(statement, c);
+        if (withRowId && table && origin &&
+            QString::fromUtf8(table).compare(translated.updatableTable, Qt::CaseInsensitive) == 0) {
+            field.originColumn_ = QString::fromUtf8(origin);
+        }
+        fields_.push_back(std::move(field));
+    }
+    for (int i = columns - 1; i >= 0; --i) {  // the first of equal names wins
+        fieldByName_.insert(fields_[size_t(i)].name_.toCaseFolded(), i);
+    }
+    // A view reads its columns from other tables: none of them is writable.
+    const bool writable = std::any_of(fields_.begin(), fields_.end(), [](const Field& field) {
+        return !field.originColumn_.isEmpty();
+    });
+    if (withRowId && writable) table_ = translated.updatableTable;
+
+    store_ = std::make_unique<RowStore>(columns);
+    readRows(statement, withRowId);
+    pending_.assign(size_t(columns), std::nullopt);
+    open_ = true;
+}
+
+void Recordset::readRows(sqlite3_stmt* statement, bool withRowId) {
+    const int first = withRowId ? 1 : 0;
+    int rc;
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+        RowStore::Writer& writer = store_->writer();
+        for (int i = 0; i < int(fields_.size()); ++i) {
+            appendCell(writer, sqlite3_column_value(statement, i + first), i);
+        }
+        store_->append(writer);
+        if (withRowId) rowIds_.push_back(sqlite3_column_int64(statement, 0));
+    }
+    if (rc != SQLITE_DONE) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(session_->handle()));
+        sqlite3_reset(statement);
+        throw RuntimeError(u"Errore del database: %1 nell'istruzione: %2"_s.arg(message, source_));
+    }
+    sqlite3_reset(statement);
+}
+
+// Stores one value in the field's type, straight from SQLite where the
+// storage already is that type.
+void Recordset::appendCell(RowStore::Writer& writer, sqlite3_value* value, int column) {
+    Field& field = fields_[size_t(column)];
+    FieldType& type = field.type_;
+    const int storage = sqlite3_value_type(value);
+    if (storage == SQLITE_NULL) {
+        writer.addNull();
+        return;
+    }
+    if (field.typedByValue_) {
+        // An expression takes the type of its first value; whole numbers
+        // followed by a fraction widen to Double rather than lose it.
+        if (type.code == DataType::Empty) type = fieldTypeFromValue(value);
+        if (type.code == DataType::Integer && storage == SQLITE_FLOAT) type.code = DataType::Double;
+    }
+    switch (type.code) {
+        case DataType::VarWChar:
+        case DataType::LongVarWChar:
+            if (storage == SQLITE_TEXT) {
+                writer.addUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)),
+                               sqlite3_value_bytes(value));
+                return;
+            }
+            break;
+        case DataType::Integer:
+            if (storage == SQLITE_INTEGER) {
+                const qint64 number = sqlite3_value_int64(value);
+                if (number >= INT32_MIN && number <= INT32_MAX) {
+                    writer.addLong(qint32(number));
+                    return;
+                }
+            }
+            break;
+        case DataType::Double:
+        case DataType::Single:
+            if (storage != SQLITE_TEXT) {
+                writer.addDouble(sqlite3_value_double(value));
+                return;
+            }
+            break;
+        case DataType::Boolean:
+            if (storage == SQLITE_INTEGER) {
+                writer.addBool(sqlite3_value_int64(value) != 0);
+                return;
+            }
+            break;
+        case DataType::Currency:
+            if (storage != SQLITE_TEXT) {
+                const double number = sqlite3_value_double(value);
+                if (std::abs(number) < 9.0e14) {
+                    writer.addCurrency(Currency{std::llround(number * Currency::Scale)});
+                    return;
+                }
+            }
+            break;
+        case DataType::Date:
+            if (storage == SQLITE_TEXT) {
+                const auto seconds =
+                    parseIsoSeconds(reinterpret_cast<const char*>(sqlite3_value_text(value)),
+                                    sqlite3_value_bytes(value));
+                if (seconds) {
+                    writer.addDate(*seconds);
+                    return;
+                }
+            }
+            break;
+        default:
+            break;
+    }
+    writer.addVariant(variantFromSqlite(value, type.code));
+}
+
+void Recordset::resetState() {
+    source_.clear();
+    session_.reset();
+    table_.clear();
+    fields_.clear();
+    fieldByName_.clear();
+    store_.reset();
+    rowIds_.clear();
+    filterText_.clear();
+    filtered_ = false;
+    view_.clear();
+    position_ = 0;
+    indexes_.clear();
+    editMode_ = EditNone;
+    pending_.clear();
+    viewedRow_ = -1;
+}
+
+void Recordset::Close() {
+    requireOpen();
+    if (editMode_ != EditNone) {
+        throw RuntimeError(
+            u"Operazione non consentita: c'è una modifica in corso (usare Update o CancelUpdate)."_s);
+    }
+    if (session_) session_->commitWrites();
+    resetState();
+    open_ = false;
+}
+
+void Recordset::requireOpen() const {
+    if (!open_) throw RuntimeError(u"Operazione non consentita se l'oggetto è chiuso."_s);
+}
+
+void Recordset::requireUpdatable() const {
+    requireOpen();
+    if (table_.isEmpty()) {
+        throw RuntimeError(
+            u"Il recordset non è aggiornabile: l'istruzione non legge una sola tabella "
+            u"(join, raggruppamento, DISTINCT o UNION): "_s +
+            source_);
+    }
+}
+
+// --- position -------------------------------------------------------------------
+
+int Recordset::viewCount() const {
+    return filtered_ ? int(view_.size()) : store_->rowCount();
+}
+
+int Recordset::RecordCount() const {
+    requireOpen();
+    return viewCount();
+}
+
+bool Recordset::Bof() const {
+    requireOpen();
+    return viewCount() == 0 || position_ < 0;
+}
+
+bool Recordset::Eof() const {
+    requireOpen();
+    return viewCount() == 0 || position_ >= viewCount();
+}
+
+void Recordset::MoveFirst() {
+    requireOpen();
+    Update();
+    position_ = 0;
+}
+
+void Recordset::MoveNext() {
+    requireOpen();
+    if (Eof()) throw noCurrentRecord();
+    Update();
+    ++position_;
+}
+
+int Recordset::AbsolutePosition() const {
+    requireOpen();
+    if (Bof() || Eof()) return -1;
+    return position_ + 1;
+}
+
+void Recordset::SetAbsolutePosition(int position) {
+    requireOpen();
+    if (position < 1 || position > viewCount()) throw noCurrentRecord();
+    Update();
+    position_ = position - 1;
+}
+
+int Recordset::currentRow() const {
+    if (Bof() || Eof()) throw noCurrentRecord();
+    return filtered_ ? view_[size_t(position_)] : position_;
+}
+
+// --- fields ---------------------------------------------------------------------
+
+int Recordset::FieldCount() const {
+    requireOpen();
+    return int(fields_.size());
+}
+
+Field& Recordset::Fields(int index) {
+    requireOpen();
+    if (index < 0 || index >= int(fields_.size())) throw unknownField(QString::number(index));
+    return fields_[size_t(index)];
+}
+
+Field* Recordset::FindField(const QString& name) {
+    requireOpen();
+    const auto found = fieldByName_.constFind(name.toCaseFolded());
+    return found == fieldByName_.constEnd() ? nullptr : &fields_[size_t(*found)];
+}
+
+Field& Recordset::Fields(const QString& name) {
+    Field* field = FindField(name);
+    if (!field) throw unknownField(name);
+    return *field;
+}
+
+Variant Recordset::cell(int row, int column) const {
+    if (viewedRow_ != row) {
+        store_->view(row, &rowView_);
+        viewedRow_ = row;
+    }
+    return rowView_.cell(column);
+}
+
+Variant Recordset::fieldValue(int column) const {
+    requireOpen();
+    if (const auto& pending = pending_[size_t(column)]; pending) return *pending;
+    if (editMode_ == EditAdd) return Variant::null();
+    return cell(currentRow(), column);
+}
+
+void Recordset::assign(int column, const Variant& value) {
+    requireUpdatable();
+    const Field& field = fields_[size_t(column)];
+    if (field.originColumn_.isEmpty()) {
+        throw RuntimeError(
+            u"Il campo '%1' non si può aggiornare: non è un campo della tabella %2."_s.arg(
+                field.name_, table_));
+    }
+    if (editMode_ == EditNone) {
+        currentRow();  // an edit needs a current row
+        editMode_ = EditInProgress;
+    }
+    pending_[size_t(column)] = convertForField(value, field.type_, field.name_);
+}
+
+// --- filter ---------------------------------------------------------------------
+
+Recordset::HashIndex& Recordset::indexFor(int column) {
+    auto found = indexes_.find(column);
+    if (found != indexes_.end()) return found->second;
+    HashIndex& index = indexes_[column];
+    for (int row = 0; row < store_->rowCount(); ++row) {
+        const QString key = equalityKey(cell(row, column));
+        if (!key.isEmpty()) index.rows[key].push_back(row);
+    }
+    return index;
+}
+
+void Recordset::SetFilter(const QString& criteria) {
+    requireOpen();
+    Update();
+    if (criteria.trimmed().isEmpty()) {
+        filterText_ = criteria;
+        filtered_ = false;
+        view_.clear();
+        position_ = 0;
+        return;
+    }
+    const RecordFilter filter = RecordFilter::parse(criteria, [this](const QString& name) {
+        std::optional<RecordFilter::Field> found;
+        if (const Field* field = FindField(name))
+            found = RecordFilter::Field{field->index_, field->type_};
+        return found;
+    });
+    int row = 0;
+    const RecordFilter::ValueOf valueOf = [this, &row](int column) { return cell(row, column); };
+    std::vector<int> matching;
+    if (const auto equality = filter.singleEquality()) {
+        const HashIndex& index = indexFor(equality->first);
+        const auto found = index.rows.constFind(equalityKey(equality->second));
+        if (found != index.rows.constEnd()) {
+            for (const int candidate : *found) {
+                row = candidate;
+                if (filter.matches(valueOf)) matching.push_back(candidate);
+            }
+        }
+    } else {
+        for (row = 0; row < store_->rowCount(); ++row) {
+            if (filter.matches(valueOf)) matching.push_back(row);
+        }
+    }
+    filterText_ = criteria;
+    filtered_ = true;
+    view_ = std::move(matching);
+    position_ = 0;
+}
+
+// --- writing --------------------------------------------------------------------
+
+void Recordset::AddNew() {
+    requireUpdatable();
+    Update();
+    editMode_ = EditAdd;
+}
+
+void Recordset::CancelUpdate() {
+    editMode_ = EditNone;
+    std::fill(pending_.begin(), pending_.end(), std::nullopt);
+}
+
+void Recordset::Update() {
+    requireOpen();
+    if (editMode_ == EditNone) return;
+    try {
+        if (editMode_ == EditAdd) {
+            insertPending();
+        } else {
+            updatePending();
+        }
+    } catch (...) {
+        CancelUpdate();
+        throw;
+    }
+    CancelUpdate();
+}
+
+void Recordset::UpdateBatch(int affect) {
+    requireOpen();
+    if (affect < AffectCurrent || affect > AffectAllChapters) {
+        throw RuntimeError(u"Argomento non valido per UpdateBatch: %1"_s.arg(affect));
+    }
+    Update();
+    if (session_ && session_->isOpen()) session_->commitWrites();
+}
+
+void Recordset::insertPending() {
+    QStringList columns;
+    std::vector<int> assigned;
+    for (int i = 0; i < int(fields_.size()); ++i) {
+        if (pending_[size_t(i)]) {
+            columns << quoteName(fields_[size_t(i)].originColumn_);
+            assigned.push_back(i);
+        }
+    }
+    QString sql = u"INSERT INTO "_s + quoteName(table_);
+    if (columns.isEmpty()) {
+        sql += u" DEFAULT VALUES"_s;
+    } else {
+        sql += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
+               u",?"_s.repeated(columns.size() - 1) + u')';
+    }
+    session_->beginWrites();
+    sqlite3_stmt* insert = session_->prepare(sql, source_);
+    for (int i = 0; i < int(assigned.size()); ++i) {
+        bindVariant(insert, i + 1, *pending_[size_t(assigned[size_t(i)])]);
+    }
+    session_->run(insert, source_);
+    const qint64 rowId = sqlite3_last_insert_rowid(session_->handle());
+
+    std::vector<Variant> values(fields_.size(), Variant::null());
+    if (assigned.size() == fields_.size()) {
+        for (size_t i = 0; i < fields_.size(); ++i)
+            values[i] = *pending_[i];
+    } else {  // read back what the database filled in: defaults, the counter
+        QStringList selected;
+        for (const Field& field : fields_) {
+            selected << (field.originColumn_.isEmpty() ? u"NULL"_s
+                                                       : quoteName(field.originColumn_));
+        }
+        const QString read = u"SELECT "_s + selected.join(u',') + u" FROM "_s + quoteName(table_) +
+                             u" WHERE rowid=?"_s;
+        sqlite3_stmt* select = session_->prepare(read, source_);
+        sqlite3_bind_int64(select, 1, rowId);
+        if (sqlite3_step(select) == SQLITE_ROW) {
+            for (int i = 0; i < int(fields_.size()); ++i) {
+                values[size_t(i)] = variantFromSqlite(sqlite3_column_value(select, i),
+                                                      fields_[size_t(i)].type_.code);
+            }
+        }
+        sqlite3_reset(select);
+    }
+    rowIds_.push_back(rowId);
+    storeRow(values, -1);
+}
+
+void Recordset::updatePending() {
+    const int row = currentRow();
+    QStringList assignments;
+    std::vector<int> assigned;
+    for (int i = 0; i < int(fields_.size()); ++i) {
+        if (pending_[size_t(i)]) {
+            assignments << quoteName(fields_[size_t(i)].originColumn_) + u"=?"_s;
+            assigned.push_back(i);
+        }
+    }
+    const QString sql = u"UPDATE "_s + quoteName(table_) + u" SET "_s + assignments.join(u',') +
+                        u" WHERE rowid=?"_s;
+    session_->beginWrites();
+    sqlite3_stmt* update = session_->prepare(sql, source_);
+    for (int i = 0; i < int(assigned.size()); ++i) {
+        bindVariant(update, i + 1, *pending_[size_t(assigned[size_t(i)])]);
+    }
+    sqlite3_bind_int64(update, int(assigned.size()) + 1, rowIds_[size_t(row)]);
+    session_->run(update, source_);
+
+    std::vector<Variant> values(fields_.size());
+    for (int i = 0; i < int(fields_.size()); ++i) {
+        values[size_t(i)] = pending_[size_t(i)] ? *pending_[size_t(i)] : cell(row, i);
+    }
+    for (const int column : assigned)
+        indexes_.erase(column);
+    storeRow(values, row);
+}
+
+// Keeps a written row: a new one joins the current view and becomes current.
+void Recordset::storeRow(const std::vector<Variant>& values, int replaceRow) {
+    RowStore::Writer& writer = store_->writer();
+    for (const Variant& value : values)
+        writer.addVariant(value);
+    viewedRow_ = -1;
+    if (replaceRow >= 0) {
+        store_->replace(replaceRow, writer);
+        return;
+    }
+    const int row = store_->append(writer);
+    for (auto& [column, index] : indexes_) {
+        const QString key = equalityKey(values[size_t(column)]);
+        if (!key.isEmpty()) index.rows[key].push_back(row);
+    }
+    if (filtered_) view_.push_back(row);
+    position_ = viewCount() - 1;
+}
+
+}  // namespace lorvane::db

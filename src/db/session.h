@@ -1,0 +1,55 @@
+// The open SQLite handle behind a Connection, shared with the recordsets made
+// on it: prepared statements kept for reuse, and the write batch in which
+// recordset writes travel until UpdateBatch or Close.
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include "db/access_sql.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace lorvane::db {
+
+class Session {
+  public:
+    Session(sqlite3* db, QString path) : db_(db), path_(std::move(path)) {}
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    bool isOpen() const { return db_ != nullptr; }
+    sqlite3* handle() const;
+    const QString& path() const { return path_; }
+
+    // The translation of an Access statement, kept per text.
+    const TranslatedSql& translate(const QString& accessSql);
+    // A prepared statement for SQLite text, kept per text and reset before it
+    // is handed out. `accessSql` is quoted in errors. Throws RuntimeError.
+    sqlite3_stmt* prepare(const QString& sqliteSql, const QString& accessSql);
+
+    // Runs a prepared statement to its end; gives the rows changed.
+    long run(sqlite3_stmt* statement, const QString& accessSql);
+
+    // Recordset writes go into one transaction, committed by commitWrites().
+    void beginWrites();
+    void commitWrites();
+
+    // Commits, finalizes every statement and closes the handle.
+    void close();
+
+    // The error for the last failure on this handle, in the user's words,
+    // quoting `accessSql`.
+    [[noreturn]] void throwLastError(const QString& accessSql) const;
+
+  private:
+    sqlite3* db_;
+    QString path_;
+    QHash<QString, TranslatedSql> translations_;
+    QHash<QString, sqlite3_stmt*> statements_;
+    bool writing_ = false;
+};
+
+}  // namespace lorvane::db
