@@ -312,8 +312,9 @@ void bindVariant(sqlite3_stmt* statement, int index, const Variant& value) {
             sqlite3_bind_double(statement, index, value.get<Decimal>()->toDouble());
             break;
         case VarType::Date: {
-            const QByteArray iso = value.get<DateTime>()->toIso().toLatin1();
-            sqlite3_bind_text(statement, index, iso.constData(), int(iso.size()), SQLITE_TRANSIENT);
+            char iso[19];
+            value.get<DateTime>()->writeIso(iso);
+            sqlite3_bind_text(statement, index, iso, 19, SQLITE_TRANSIENT);
             break;
         }
         case VarType::String: {
@@ -350,8 +351,9 @@ void resultVariant(sqlite3_context* context, const Variant& value) {
             sqlite3_result_double(context, value.get<Decimal>()->toDouble());
             break;
         case VarType::Date: {
-            const QByteArray iso = value.get<DateTime>()->toIso().toLatin1();
-            sqlite3_result_text(context, iso.constData(), int(iso.size()), SQLITE_TRANSIENT);
+            char iso[19];
+            value.get<DateTime>()->writeIso(iso);
+            sqlite3_result_text(context, iso, 19, SQLITE_TRANSIENT);
             break;
         }
         case VarType::String: {

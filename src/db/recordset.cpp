@@ -104,6 +104,7 @@ void Recordset::Open(const QString& accessSql, Connection& connection) {
     }
     for (int i = columns - 1; i >= 0; --i) {  // the first of equal names wins
         fieldByName_.insert(fields_[size_t(i)].name_.toCaseFolded(), i);
+        fieldByExactName_.insert(fields_[size_t(i)].name_, i);
     }
     // A view reads its columns from other tables: none of them is writable.
     const bool writable = std::any_of(fields_.begin(), fields_.end(), [](const Field& field) {
@@ -215,6 +216,10 @@ void Recordset::resetState() {
     table_.clear();
     fields_.clear();
     fieldByName_.clear();
+    fieldByExactName_.clear();
+    recentLookups_.fill({});
+    insertedFields_.clear();
+    insertSql_.clear();
     store_.reset();
     rowIds_.clear();
     filterText_.clear();
@@ -319,8 +324,22 @@ Field& Recordset::Fields(int index) {
 
 Field* Recordset::FindField(const QString& name) {
     requireOpen();
-    const auto found = fieldByName_.constFind(name.toCaseFolded());
-    return found == fieldByName_.constEnd() ? nullptr : &fields_[size_t(*found)];
+    RecentLookup& recent =
+        recentLookups_[(quintptr(name.constData()) >> 4) % recentLookups_.size()];
+    if (recent.name == name.constData() && fields_[size_t(recent.field)].name_ == name) {
+        return &fields_[size_t(recent.field)];
+    }
+    int index = -1;
+    if (const auto exact = fieldByExactName_.constFind(name);
+        exact != fieldByExactName_.constEnd()) {
+        index = *exact;
+    } else if (const auto found = fieldByName_.constFind(name.toCaseFolded());
+               found != fieldByName_.constEnd()) {
+        index = *found;
+    }
+    if (index < 0) return nullptr;
+    if (fields_[size_t(index)].name_ == name) recent = {name.constData(), index};
+    return &fields_[size_t(index)];
 }
 
 Field& Recordset::Fields(const QString& name) {
@@ -450,53 +469,89 @@ void Recordset::UpdateBatch(int affect) {
 }
 
 void Recordset::insertPending() {
-    QStringList columns;
+    std::vector<bool> assignedFields(fields_.size());
     std::vector<int> assigned;
     for (int i = 0; i < int(fields_.size()); ++i) {
         if (pending_[size_t(i)]) {
-            columns << quoteName(fields_[size_t(i)].originColumn_);
+            assignedFields[size_t(i)] = true;
             assigned.push_back(i);
         }
     }
-    QString sql = u"INSERT INTO "_s + quoteName(table_);
-    if (columns.isEmpty()) {
-        sql += u" DEFAULT VALUES"_s;
-    } else {
-        sql += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
-               u",?"_s.repeated(columns.size() - 1) + u')';
+    if (assignedFields != insertedFields_ || insertSql_.isEmpty()) {
+        QStringList columns;
+        for (const int i : assigned)
+            columns << quoteName(fields_[size_t(i)].originColumn_);
+        insertSql_ = u"INSERT INTO "_s + quoteName(table_);
+        if (columns.isEmpty()) {
+            insertSql_ += u" DEFAULT VALUES"_s;
+        } else {
+            insertSql_ += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
+                          u",?"_s.repeated(columns.size() - 1) + u')';
+        }
+        insertedFields_ = std::move(assignedFields);
     }
+    // The row is encoded once: the bytes that are kept are the bytes bound.
+    RowStore::Writer& writer = store_->writer();
+    for (const std::optional<Variant>& value : pending_) {
+        if (value) {
+            writer.addVariant(*value);
+        } else {
+            writer.addNull();
+        }
+    }
+    const int row = store_->append(writer);
     session_->beginWrites();
-    sqlite3_stmt* insert = session_->prepare(sql, source_);
-    for (int i = 0; i < int(assigned.size()); ++i) {
-        bindVariant(insert, i + 1, *pending_[size_t(assigned[size_t(i)])]);
+    sqlite3_stmt* insert = session_->prepare(insertSql_, source_);
+    for (int i = 0; i < int(assigned.size()); ++i)
+        bindCell(insert, i + 1, row, assigned[size_t(i)]);
+    try {
+        session_->run(insert, source_);
+    } catch (...) {
+        store_->removeLast();
+        viewedRow_ = -1;
+        throw;
     }
-    session_->run(insert, source_);
-    const qint64 rowId = sqlite3_last_insert_rowid(session_->handle());
+    rowIds_.push_back(sqlite3_last_insert_rowid(session_->handle()));
+    if (assigned.size() != fields_.size()) readBack(row);
+    attachNewRow(row);
+}
 
-    std::vector<Variant> values(fields_.size(), Variant::null());
-    if (assigned.size() == fields_.size()) {
-        for (size_t i = 0; i < fields_.size(); ++i)
-            values[i] = *pending_[i];
-    } else {  // read back what the database filled in: defaults, the counter
-        QStringList selected;
-        for (const Field& field : fields_) {
-            selected << (field.originColumn_.isEmpty() ? u"NULL"_s
-                                                       : quoteName(field.originColumn_));
-        }
-        const QString read = u"SELECT "_s + selected.join(u',') + u" FROM "_s + quoteName(table_) +
-                             u" WHERE rowid=?"_s;
-        sqlite3_stmt* select = session_->prepare(read, source_);
-        sqlite3_bind_int64(select, 1, rowId);
-        if (sqlite3_step(select) == SQLITE_ROW) {
-            for (int i = 0; i < int(fields_.size()); ++i) {
-                values[size_t(i)] = variantFromSqlite(sqlite3_column_value(select, i),
-                                                      fields_[size_t(i)].type_.code);
-            }
-        }
-        sqlite3_reset(select);
+// Binds a cell of a stored row: a text straight from the row's UTF-8 bytes,
+// which stay where they are for as long as the recordset lives.
+void Recordset::bindCell(sqlite3_stmt* statement, int index, int row, int column) {
+    if (viewedRow_ != row) {
+        store_->view(row, &rowView_);
+        viewedRow_ = row;
     }
-    rowIds_.push_back(rowId);
-    storeRow(values, -1);
+    const char* text = nullptr;
+    int bytes = 0;
+    if (rowView_.utf8(column, &text, &bytes)) {
+        sqlite3_bind_text(statement, index, text, bytes, SQLITE_STATIC);
+    } else {
+        bindVariant(statement, index, rowView_.cell(column));
+    }
+}
+
+// Reads back an added row whose fields were not all given: the database filled
+// in defaults and the counter.
+void Recordset::readBack(int row) {
+    QStringList selected;
+    for (const Field& field : fields_) {
+        selected << (field.originColumn_.isEmpty() ? u"NULL"_s : quoteName(field.originColumn_));
+    }
+    const QString read =
+        u"SELECT "_s + selected.join(u',') + u" FROM "_s + quoteName(table_) + u" WHERE rowid=?"_s;
+    sqlite3_stmt* select = session_->prepare(read, source_);
+    sqlite3_bind_int64(select, 1, rowIds_[size_t(row)]);
+    std::vector<Variant> values(fields_.size(), Variant::null());
+    if (sqlite3_step(select) == SQLITE_ROW) {
+        for (int i = 0; i < int(fields_.size()); ++i) {
+            values[size_t(i)] =
+                variantFromSqlite(sqlite3_column_value(select, i), fields_[size_t(i)].type_.code);
+        }
+    }
+    sqlite3_reset(select);
+    storeRow(values, row);
 }
 
 void Recordset::updatePending() {
@@ -529,18 +584,19 @@ void Recordset::updatePending() {
 }
 
 // Keeps a written row: a new one joins the current view and becomes current.
-void Recordset::storeRow(const std::vector<Variant>& values, int replaceRow) {
+// Keeps the values of a written row in place of row `row`.
+void Recordset::storeRow(const std::vector<Variant>& values, int row) {
     RowStore::Writer& writer = store_->writer();
     for (const Variant& value : values)
         writer.addVariant(value);
+    store_->replace(row, writer);
     viewedRow_ = -1;
-    if (replaceRow >= 0) {
-        store_->replace(replaceRow, writer);
-        return;
-    }
-    const int row = store_->append(writer);
+}
+
+// A new row joins the lookups and the current view, and becomes current.
+void Recordset::attachNewRow(int row) {
     for (auto& [column, index] : indexes_) {
-        const QString key = equalityKey(values[size_t(column)]);
+        const QString key = equalityKey(cell(row, column));
         if (!key.isEmpty()) index.rows[key].push_back(row);
     }
     if (filtered_) view_.push_back(row);

@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QString>
+#include <array>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -143,7 +144,10 @@ class Recordset {
     HashIndex& indexFor(int column);
     void insertPending();
     void updatePending();
-    void storeRow(const std::vector<Variant>& values, int replaceRow);
+    void bindCell(sqlite3_stmt* statement, int index, int row, int column);
+    void readBack(int row);
+    void storeRow(const std::vector<Variant>& values, int row);
+    void attachNewRow(int row);
     void resetState();
 
     bool open_ = false;
@@ -151,7 +155,15 @@ class Recordset {
     std::shared_ptr<Session> session_;
     QString table_;  // the table written back, empty when read-only
     std::vector<Field> fields_;
-    QHash<QString, int> fieldByName_;  // case-folded name -> first field of that name
+    QHash<QString, int> fieldByName_;       // case-folded name -> first field of that name
+    QHash<QString, int> fieldByExactName_;  // names as the statement gave them, a quicker first try
+    // Copy loops look up the same name strings row after row: the field last
+    // found for a string buffer, checked against the name before use.
+    struct RecentLookup {
+        const QChar* name = nullptr;
+        int field = -1;
+    };
+    mutable std::array<RecentLookup, 128> recentLookups_{};
     std::unique_ptr<RowStore> store_;
     std::vector<qint64> rowIds_;
 
@@ -163,6 +175,10 @@ class Recordset {
 
     int editMode_ = EditNone;
     std::vector<std::optional<Variant>> pending_;
+    // The INSERT of the last added row and which fields it wrote: a copy adds
+    // every row with the same fields.
+    std::vector<bool> insertedFields_;
+    QString insertSql_;
 
     mutable int viewedRow_ = -1;
     mutable RowStore::RowView rowView_;

@@ -63,56 +63,107 @@ void skipCell(const unsigned char*& p) {
 
 }  // namespace
 
-void RowStore::Writer::putVarint(quint64 value) {
+// Room for `bytes` more bytes at the end of the row; `used` gives back what was not written.
+char* RowStore::Writer::reserve(size_t bytes) {
+    const size_t size = bytes_.size();
+    bytes_.resize(size + bytes);
+    return bytes_.data() + size;
+}
+
+void RowStore::Writer::used(const char* end) {
+    bytes_.resize(size_t(end - bytes_.data()));
+}
+
+char* RowStore::Writer::writeVarint(char* out, quint64 value) {
     while (value >= 0x80) {
-        bytes_.append(char((value & 0x7F) | 0x80));
+        *out++ = char((value & 0x7F) | 0x80);
         value >>= 7;
     }
-    bytes_.append(char(value));
+    *out++ = char(value);
+    return out;
+}
+
+void RowStore::Writer::putTagged(unsigned char tag, qint64 value) {
+    char* out = reserve(11);
+    *out++ = char(tag);
+    used(writeVarint(out, (quint64(value) << 1) ^ quint64(value >> 63)));
 }
 
 void RowStore::Writer::addNull() {
-    bytes_.append(char(TagNull));
+    bytes_.push_back(char(TagNull));
 }
 void RowStore::Writer::addBool(bool value) {
-    bytes_.append(char(value ? TagTrue : TagFalse));
+    bytes_.push_back(char(value ? TagTrue : TagFalse));
 }
-
 void RowStore::Writer::addInteger(qint16 value) {
-    bytes_.append(char(TagInteger));
-    putSigned(value);
+    putTagged(TagInteger, value);
 }
-
 void RowStore::Writer::addLong(qint32 value) {
-    bytes_.append(char(TagLong));
-    putSigned(value);
+    putTagged(TagLong, value);
+}
+void RowStore::Writer::addCurrency(Currency value) {
+    putTagged(TagCurrency, value.scaled);
+}
+void RowStore::Writer::addDate(qint64 seconds) {
+    putTagged(TagDate, seconds);
 }
 
 void RowStore::Writer::addDouble(double value) {
-    bytes_.append(char(TagDouble));
-    bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
-void RowStore::Writer::addCurrency(Currency value) {
-    bytes_.append(char(TagCurrency));
-    putSigned(value.scaled);
-}
-
-void RowStore::Writer::addDate(qint64 seconds) {
-    bytes_.append(char(TagDate));
-    putSigned(seconds);
+    char* out = reserve(1 + sizeof value);
+    *out = char(TagDouble);
+    std::memcpy(out + 1, &value, sizeof value);
 }
 
 void RowStore::Writer::addUtf8(const char* text, int bytes) {
-    bytes_.append(char(TagText));
-    putVarint(quint64(bytes));
-    bytes_.append(text, bytes);
+    char* out = reserve(11 + size_t(bytes));
+    *out++ = char(TagText);
+    out = writeVarint(out, quint64(bytes));
+    std::memcpy(out, text, size_t(bytes));
+    used(out + bytes);
+}
+
+// UTF-16 to UTF-8 straight into the row, without a temporary array.
+void RowStore::Writer::addText(QStringView text) {
+    const size_t worst = size_t(text.size()) * 3;
+    char* const tagAt = reserve(11 + worst);
+    *tagAt = char(TagText);
+    // The length is not known before the conversion: keep room for the
+    // longest varint it can need, then move the text down to follow it.
+    char lengthBytes[10];
+    const int room = int(writeVarint(lengthBytes, worst) - lengthBytes);
+    char* const start = tagAt + 1 + room;
+    char* out = start;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t c = text[i].unicode();
+        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            c = QChar::surrogateToUcs4(char16_t(c), text[++i].unicode());
+        }
+        if (c < 0x80) {
+            *out++ = char(c);
+        } else if (c < 0x800) {
+            *out++ = char(0xC0 | (c >> 6));
+            *out++ = char(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            *out++ = char(0xE0 | (c >> 12));
+            *out++ = char(0x80 | ((c >> 6) & 0x3F));
+            *out++ = char(0x80 | (c & 0x3F));
+        } else {
+            *out++ = char(0xF0 | (c >> 18));
+            *out++ = char(0x80 | ((c >> 12) & 0x3F));
+            *out++ = char(0x80 | ((c >> 6) & 0x3F));
+            *out++ = char(0x80 | (c & 0x3F));
+        }
+    }
+    const size_t length = size_t(out - start);
+    char* const lengthEnd = writeVarint(tagAt + 1, length);
+    std::memmove(lengthEnd, start, length);
+    used(lengthEnd + length);
 }
 
 void RowStore::Writer::addVariant(const Variant& value) {
     switch (value.type()) {
         case VarType::Empty:
-            bytes_.append(char(TagEmpty));
+            bytes_.push_back(char(TagEmpty));
             break;
         case VarType::Null:
             addNull();
@@ -138,17 +189,24 @@ void RowStore::Writer::addVariant(const Variant& value) {
         case VarType::Decimal: {
             const Decimal& decimal = *value.get<Decimal>();
             const Int128 mantissa = decimal.mantissa();
-            bytes_.append(char(TagDecimal));
-            bytes_.append(char(decimal.scale()));
-            bytes_.append(reinterpret_cast<const char*>(&mantissa), sizeof mantissa);
+            char* out = reserve(2 + sizeof mantissa);
+            out[0] = char(TagDecimal);
+            out[1] = char(decimal.scale());
+            std::memcpy(out + 2, &mantissa, sizeof mantissa);
             break;
         }
-        case VarType::String: {
-            const QByteArray utf8 = value.get<QString>()->toUtf8();
-            addUtf8(utf8.constData(), int(utf8.size()));
+        case VarType::String:
+            addText(*value.get<QString>());
             break;
-        }
     }
+}
+
+bool RowStore::RowView::utf8(int column, const char** data, int* bytes) const {
+    const unsigned char* p = cells_[size_t(column)];
+    if (*p++ != TagText) return false;
+    *bytes = int(readVarint(p));
+    *data = reinterpret_cast<const char*>(p);
+    return true;
 }
 
 Variant RowStore::RowView::cell(int column) const {
@@ -188,7 +246,7 @@ Variant RowStore::RowView::cell(int column) const {
     }
 }
 
-const unsigned char* RowStore::store(const QByteArray& bytes) {
+const unsigned char* RowStore::store(const std::string& bytes) {
     const size_t size = size_t(bytes.size());
     unsigned char* target = nullptr;
     if (size > BlockSize / 4) {  // a large row gets a block of its own
@@ -204,7 +262,7 @@ const unsigned char* RowStore::store(const QByteArray& bytes) {
         target = blocks_.back().get() + blockUsed_;
         blockUsed_ += size;
     }
-    std::memcpy(target, bytes.constData(), size);
+    std::memcpy(target, bytes.data(), size);
     return target;
 }
 

@@ -3,9 +3,10 @@
 // recordset of many rows costs about what its data costs as text.
 #pragma once
 
-#include <QByteArray>
+#include <QStringView>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "db/variant.h"
@@ -25,13 +26,16 @@ class RowStore {
         void addCurrency(Currency value);
         void addDate(qint64 seconds);
         void addUtf8(const char* text, int bytes);
+        void addText(QStringView text);
         void addVariant(const Variant& value);
 
       private:
         friend class RowStore;
-        void putVarint(quint64 value);
-        void putSigned(qint64 value) { putVarint((quint64(value) << 1) ^ quint64(value >> 63)); }
-        QByteArray bytes_;
+        char* reserve(size_t bytes);
+        void used(const char* end);
+        void putTagged(unsigned char tag, qint64 value);
+        static char* writeVarint(char* out, quint64 value);
+        std::string bytes_;
     };
 
     // The cells of one row, located once so that each reads directly.
@@ -39,6 +43,8 @@ class RowStore {
       public:
         int size() const { return int(cells_.size()); }
         Variant cell(int column) const;
+        // For a text cell: its UTF-8 bytes, kept in the store. False for other cells.
+        bool utf8(int column, const char** data, int* bytes) const;
 
       private:
         friend class RowStore;
@@ -57,6 +63,8 @@ class RowStore {
     int append(const Writer& writer);
     // Stores the row in `writer` in place of row `row`.
     void replace(int row, const Writer& writer);
+    // Forgets the last row (its bytes stay until the store goes).
+    void removeLast() { rows_.pop_back(); }
 
     int rowCount() const { return int(rows_.size()); }
     void view(int row, RowView* out) const;
@@ -65,7 +73,7 @@ class RowStore {
 
   private:
     static constexpr size_t BlockSize = 1 << 20;
-    const unsigned char* store(const QByteArray& bytes);
+    const unsigned char* store(const std::string& bytes);
 
     int columns_;
     Writer writer_;

@@ -1050,11 +1050,40 @@ double DateTime::toSerial() const {
     return day >= 0 ? double(day) + fraction : double(day) - fraction;
 }
 
+void DateTime::writeIso(char out[19]) const {
+    // Civil date from the day count (proleptic Gregorian), without QDate.
+    const qint64 day = floorDiv(seconds_, SecondsPerDay);
+    const qint64 secondsOfDay = seconds_ - day * SecondsPerDay;
+    const qint64 z = day - 25569 + 719468;  // days from 0000-03-01; day 0 is 1899-12-30
+    const qint64 era = (z >= 0 ? z : z - 146096) / 146097;
+    const qint64 doe = z - era * 146097;
+    const qint64 yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+    const qint64 doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+    const qint64 mp = (5 * doy + 2) / 153;
+    const int d = int(doy - (153 * mp + 2) / 5 + 1);
+    const int m = int(mp < 10 ? mp + 3 : mp - 9);
+    const int y = int(yoe + era * 400 + (m <= 2 ? 1 : 0));
+    const auto put = [&out](int at, int value, int digits) {
+        for (int i = digits - 1; i >= 0; --i, value /= 10)
+            out[at + i] = char('0' + value % 10);
+    };
+    put(0, y, 4);
+    out[4] = '-';
+    put(5, m, 2);
+    out[7] = '-';
+    put(8, d, 2);
+    out[10] = ' ';
+    put(11, int(secondsOfDay / 3600), 2);
+    out[13] = ':';
+    put(14, int(secondsOfDay / 60 % 60), 2);
+    out[16] = ':';
+    put(17, int(secondsOfDay % 60), 2);
+}
+
 QString DateTime::toIso() const {
-    const QDate d = date();
-    const QTime t = time();
-    return QString::asprintf("%04d-%02d-%02d %02d:%02d:%02d", d.year(), d.month(), d.day(),
-                             t.hour(), t.minute(), t.second());
+    char text[19];
+    writeIso(text);
+    return QString::fromLatin1(text, 19);
 }
 
 QString DateTime::toText() const {

@@ -94,6 +94,8 @@ class DateTime {
     double toSerial() const;
     // "yyyy-MM-dd HH:mm:ss", midnight included: the storage form.
     QString toIso() const;
+    // The same 19 characters written to `out`, for callers that must not allocate.
+    void writeIso(char out[19]) const;
     // "dd/MM/yyyy", with " HH:mm:ss" when the time is not midnight, and the
     // time alone on day 0: the runtime's short text of a date.
     QString toText() const;
