@@ -37,15 +37,9 @@ Variant concat(Args a) {
     if (a[0].isNull() && a[1].isNull()) return Variant::null();
     return Variant(a[0].text() + a[1].text());
 }
-Variant add(Args a) {
-    return a[0] + a[1];
-}
-Variant subtract(Args a) {
-    return a[0] - a[1];
-}
-Variant divide(Args a) {
-    return a[0] / a[1];
-}
+Variant add(Args a) { return a[0] + a[1]; }
+Variant subtract(Args a) { return a[0] - a[1]; }
+Variant divide(Args a) { return a[0] / a[1]; }
 
 Variant integerDivide(Args a) {
     if (anyNull(a)) return Variant::null();
@@ -84,12 +78,8 @@ Variant format(Args a) {
     return Variant(FormatVariant(a[0], a.size() > 1 ? a[1].text() : QString()));
 }
 
-Variant upperCase(Args a) {
-    return a[0].isNull() ? a[0] : Variant(a[0].text().toUpper());
-}
-Variant lowerCase(Args a) {
-    return a[0].isNull() ? a[0] : Variant(a[0].text().toLower());
-}
+Variant upperCase(Args a) { return a[0].isNull() ? a[0] : Variant(a[0].text().toUpper()); }
+Variant lowerCase(Args a) { return a[0].isNull() ? a[0] : Variant(a[0].text().toLower()); }
 
 // InStr([start,] text, sought[, compare]): 1-based position, 0 when absent.
 // Without a compare argument the texts compare without regard to case.
@@ -109,26 +99,10 @@ Variant inStr(Args a) {
     return Variant(qint32(text.indexOf(texts[1].text(), start - 1, sensitivity) + 1));
 }
 
-Variant toDouble(Args a) {
-    return Variant(a[0].toDouble());
-}
-Variant toLong(Args a) {
-    return Variant(a[0].toLong());
-}
-Variant toInteger(Args a) {
-    return Variant(a[0].toInteger());
-}
-Variant toCurrency(Args a) {
-    return Variant(a[0].toCurrency());
-}
-Variant toDate(Args a) {
-    return Variant(a[0].toDate());
-}
-Variant toBool(Args a) {
-    return Variant(a[0].toBool());
-}
-Variant toText(Args a) {
-    return Variant(a[0].toString());
+// CDbl, CLng...: the runtime's conversion of the one argument.
+template <auto Convert>
+Variant converted(Args a) {
+    return Variant((a[0].*Convert)());
 }
 
 // Val reads the leading number of a text with "." as the decimal point,
@@ -190,12 +164,8 @@ Variant right(Args a) {
     return Variant(a[0].text().right(length));
 }
 
-Variant length(Args a) {
-    return a[0].isNull() ? a[0] : Variant(qint32(a[0].text().size()));
-}
-Variant isNull(Args a) {
-    return Variant(a[0].isNull());
-}
+Variant length(Args a) { return a[0].isNull() ? a[0] : Variant(qint32(a[0].text().size())); }
+Variant isNull(Args a) { return Variant(a[0].isNull()); }
 
 template <bool Floor>
 Variant integerPart(Args a) {
@@ -230,13 +200,13 @@ constexpr Definition definitions[] = {
     {"UCase", 1, 1, upperCase},
     {"LCase", 1, 1, lowerCase},
     {"InStr", 2, 4, inStr},
-    {"CDbl", 1, 1, toDouble},
-    {"CLng", 1, 1, toLong},
-    {"CInt", 1, 1, toInteger},
-    {"CCur", 1, 1, toCurrency},
-    {"CDate", 1, 1, toDate},
-    {"CBool", 1, 1, toBool},
-    {"CStr", 1, 1, toText},
+    {"CDbl", 1, 1, converted<&Variant::toDouble>},
+    {"CLng", 1, 1, converted<&Variant::toLong>},
+    {"CInt", 1, 1, converted<&Variant::toInteger>},
+    {"CCur", 1, 1, converted<&Variant::toCurrency>},
+    {"CDate", 1, 1, converted<&Variant::toDate>},
+    {"CBool", 1, 1, converted<&Variant::toBool>},
+    {"CStr", 1, 1, converted<&Variant::toString>},
     {"Val", 1, 1, val},
     {"Round", 1, 2, round},
     {"Mid", 2, 3, mid},

@@ -66,9 +66,7 @@ struct SelectShape {
     QString tail;  // the select list and everything after it
 };
 
-int parseInt(const QString& text, bool* ok) {
-    return text.toInt(ok);
-}
+int parseInt(const QString& text, bool* ok) { return text.toInt(ok); }
 
 QTime parseTimePart(QString text, bool* ok) {
     *ok = false;
@@ -1032,8 +1030,6 @@ QString accessDateLiteralToIso(const QString& text) {
     return date.toString(u"yyyy-MM-dd"_s) + u' ' + time.toString(u"HH:mm:ss"_s);
 }
 
-TranslatedSql translateAccessSql(const QString& accessSql) {
-    return Parser(accessSql).translate();
-}
+TranslatedSql translateAccessSql(const QString& accessSql) { return Parser(accessSql).translate(); }
 
 }  // namespace lorvane::db

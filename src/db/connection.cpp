@@ -20,9 +20,7 @@ namespace {
 
 constexpr int StatementCacheLimit = 200;
 
-QString closedObjectMessage() {
-    return u"Operazione non consentita se l'oggetto è chiuso."_s;
-}
+QString closedObjectMessage() { return u"Operazione non consentita se l'oggetto è chiuso."_s; }
 
 // SQLite's message in the words of the office that reads it.
 QString describeSqliteError(const QString& message) {
@@ -69,9 +67,7 @@ void execPragma(sqlite3* db, const char* sql) {
 
 // --- Session ------------------------------------------------------------------
 
-Session::~Session() {
-    close();
-}
+Session::~Session() { close(); }
 
 sqlite3* Session::handle() const {
     if (!db_) throw RuntimeError(closedObjectMessage());
@@ -163,9 +159,7 @@ void Session::throwLastError(const QString& accessSql) const {
 
 Connection::Connection() = default;
 
-Connection::~Connection() {
-    Close();
-}
+Connection::~Connection() { Close(); }
 
 QString Connection::fileFromConnectionText(const QString& text) {
     int depth = 0;
@@ -246,51 +240,57 @@ void Connection::Close() {
     session_.reset();
 }
 
-int Connection::State() const {
-    return session_ && session_->isOpen() ? StateOpen : StateClosed;
-}
+int Connection::State() const { return session_ && session_->isOpen() ? StateOpen : StateClosed; }
 
 std::shared_ptr<Session> Connection::session() const {
     if (!session_ || !session_->isOpen()) throw RuntimeError(closedObjectMessage());
     return session_;
 }
 
+namespace {
+
+QString quotedName(QString name) { return u'"' + name.replace(u'"', u"\"\""_s) + u'"'; }
+
+// Jet appends a SELECT without a column list by name: when every column of the
+// SELECT names a different column of the table, the INSERT says so; otherwise
+// it stays as written and goes by position.
+QString insertByName(Session& session, const TranslatedSql& translated, const QString& accessSql) {
+    QStringList names;
+    {
+        sqlite3_stmt* select = session.prepare(translated.insertSelect, accessSql);
+        for (int i = 0; i < sqlite3_column_count(select); ++i) {
+            names << QString::fromUtf8(sqlite3_column_name(select, i));
+        }
+    }  // read before the next prepare, which may evict it from the cache
+    QSet<QString> targetColumns;
+    sqlite3_stmt* info = session.prepare(
+        u"PRAGMA table_info(%1)"_s.arg(quotedName(translated.insertTable)), accessSql);
+    while (sqlite3_step(info) == SQLITE_ROW) {
+        targetColumns.insert(
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(info, 1)))
+                .toCaseFolded());
+    }
+    sqlite3_reset(info);
+    QSet<QString> seen;
+    QStringList columns;
+    for (const QString& name : std::as_const(names)) {
+        const QString key = name.toCaseFolded();
+        if (!targetColumns.contains(key) || seen.contains(key)) return translated.sql;
+        seen.insert(key);
+        columns << quotedName(name);
+    }
+    return u"INSERT INTO %1 (%2) %3"_s.arg(quotedName(translated.insertTable),
+                                           columns.join(u", "_s), translated.insertSelect);
+}
+
+}  // namespace
+
 long Connection::Execute(const QString& accessSql) {
     const std::shared_ptr<Session> current = session();
-    const TranslatedSql& translated = current->translate(accessSql);
-    QString sqliteSql = translated.sql;
-    if (!translated.insertTable.isEmpty()) {
-        // Jet appends a SELECT without a column list by name: where every
-        // column of the SELECT names a column of the table, say so.
-        sqlite3_stmt* select = current->prepare(translated.insertSelect, accessSql);
-        QSet<QString> targetColumns;
-        const QString pragma = u"PRAGMA table_info(\"%1\")"_s.arg(
-            QString(translated.insertTable).replace(u'"', u"\"\""_s));
-        sqlite3_stmt* info = current->prepare(pragma, accessSql);
-        while (sqlite3_step(info) == SQLITE_ROW) {
-            targetColumns.insert(
-                QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(info, 1)))
-                    .toCaseFolded());
-        }
-        sqlite3_reset(info);
-        QStringList names;
-        QSet<QString> seen;
-        for (int i = 0; i < sqlite3_column_count(select); ++i) {
-            const QString name = QString::fromUtf8(sqlite3_column_name(select, i));
-            const QString key = name.toCaseFolded();
-            if (!targetColumns.contains(key) || seen.contains(key)) {
-                names.clear();
-                break;
-            }
-            seen.insert(key);
-            names << u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
-        }
-        if (!names.isEmpty()) {
-            sqliteSql = u"INSERT INTO \"%1\" (%2) %3"_s.arg(
-                QString(translated.insertTable).replace(u'"', u"\"\""_s), names.join(u", "_s),
-                translated.insertSelect);
-        }
-    }
+    const TranslatedSql translated = current->translate(accessSql);
+    const QString sqliteSql = translated.insertTable.isEmpty()
+                                  ? translated.sql
+                                  : insertByName(*current, translated, accessSql);
     sqlite3_stmt* statement = current->prepare(sqliteSql, accessSql);
     return current->run(statement, accessSql);
 }

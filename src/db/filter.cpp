@@ -222,9 +222,7 @@ RecordFilter RecordFilter::parse(const QString& criteria, const FieldLookup& loo
     return RecordFilter(FilterParser(criteria, lookup).parse());
 }
 
-bool RecordFilter::matches(const ValueOf& valueOf) const {
-    return nodeMatches(*root_, valueOf);
-}
+bool RecordFilter::matches(const ValueOf& valueOf) const { return nodeMatches(*root_, valueOf); }
 
 std::optional<std::pair<int, Variant>> RecordFilter::singleEquality() const {
     const Node* node = root_.get();

@@ -34,13 +34,9 @@ RuntimeError unknownField(const QString& name) {
 
 // --- Field --------------------------------------------------------------------
 
-Variant Field::Value() const {
-    return owner_->fieldValue(index_);
-}
+Variant Field::Value() const { return owner_->fieldValue(index_); }
 
-void Field::SetValue(const Variant& value) {
-    owner_->assign(index_, value);
-}
+void Field::SetValue(const Variant& value) { owner_->assign(index_, value); }
 
 // --- opening and reading --------------------------------------------------------
 
@@ -259,9 +255,7 @@ void Recordset::requireUpdatable() const {
 
 // --- position -------------------------------------------------------------------
 
-int Recordset::viewCount() const {
-    return filtered_ ? int(view_.size()) : store_->rowCount();
-}
+int Recordset::viewCount() const { return filtered_ ? int(view_.size()) : store_->rowCount(); }
 
 int Recordset::RecordCount() const {
     requireOpen();

@@ -70,9 +70,7 @@ char* RowStore::Writer::reserve(size_t bytes) {
     return bytes_.data() + size;
 }
 
-void RowStore::Writer::used(const char* end) {
-    bytes_.resize(size_t(end - bytes_.data()));
-}
+void RowStore::Writer::used(const char* end) { bytes_.resize(size_t(end - bytes_.data())); }
 
 char* RowStore::Writer::writeVarint(char* out, quint64 value) {
     while (value >= 0x80) {
@@ -89,24 +87,12 @@ void RowStore::Writer::putTagged(unsigned char tag, qint64 value) {
     used(writeVarint(out, (quint64(value) << 1) ^ quint64(value >> 63)));
 }
 
-void RowStore::Writer::addNull() {
-    bytes_.push_back(char(TagNull));
-}
-void RowStore::Writer::addBool(bool value) {
-    bytes_.push_back(char(value ? TagTrue : TagFalse));
-}
-void RowStore::Writer::addInteger(qint16 value) {
-    putTagged(TagInteger, value);
-}
-void RowStore::Writer::addLong(qint32 value) {
-    putTagged(TagLong, value);
-}
-void RowStore::Writer::addCurrency(Currency value) {
-    putTagged(TagCurrency, value.scaled);
-}
-void RowStore::Writer::addDate(qint64 seconds) {
-    putTagged(TagDate, seconds);
-}
+void RowStore::Writer::addNull() { bytes_.push_back(char(TagNull)); }
+void RowStore::Writer::addBool(bool value) { bytes_.push_back(char(value ? TagTrue : TagFalse)); }
+void RowStore::Writer::addInteger(qint16 value) { putTagged(TagInteger, value); }
+void RowStore::Writer::addLong(qint32 value) { putTagged(TagLong, value); }
+void RowStore::Writer::addCurrency(Currency value) { putTagged(TagCurrency, value.scaled); }
+void RowStore::Writer::addDate(qint64 seconds) { putTagged(TagDate, seconds); }
 
 void RowStore::Writer::addDouble(double value) {
     char* out = reserve(1 + sizeof value);
@@ -271,9 +257,7 @@ int RowStore::append(const Writer& writer) {
     return int(rows_.size() - 1);
 }
 
-void RowStore::replace(int row, const Writer& writer) {
-    rows_[size_t(row)] = store(writer.bytes_);
-}
+void RowStore::replace(int row, const Writer& writer) { rows_[size_t(row)] = store(writer.bytes_); }
 
 void RowStore::view(int row, RowView* out) const {
     out->cells_.resize(size_t(columns_));
@@ -284,8 +268,6 @@ void RowStore::view(int row, RowView* out) const {
     }
 }
 
-size_t RowStore::bytesReserved() const {
-    return reserved_ + rows_.capacity() * sizeof(void*);
-}
+size_t RowStore::bytesReserved() const { return reserved_ + rows_.capacity() * sizeof(void*); }
 
 }  // namespace lorvane::db

@@ -14,9 +14,7 @@ void throwSqlError(const QString& sql, int offset, const QString& what) {
 
 namespace {
 
-bool isWordChar(QChar c) {
-    return c.isLetterOrNumber() || c == u'_';
-}
+bool isWordChar(QChar c) { return c.isLetterOrNumber() || c == u'_'; }
 
 class Tokenizer {
   public:
@@ -162,8 +160,6 @@ class Tokenizer {
 
 }  // namespace
 
-std::vector<Token> tokenizeSql(const QString& sql) {
-    return Tokenizer(sql).run();
-}
+std::vector<Token> tokenizeSql(const QString& sql) { return Tokenizer(sql).run(); }
 
 }  // namespace lorvane::db

@@ -24,25 +24,13 @@ constexpr qint64 SecondsPerDay = 86400;
 constexpr double MinSerial = -657434.0;
 constexpr double MaxSerialExclusive = 2958466.0;
 
-[[noreturn]] void fail(const char* text) {
-    throw RuntimeError(QString::fromUtf8(text));
-}
-[[noreturn]] void throwNull() {
-    fail("Utilizzo non valido di Null");
-}
-[[noreturn]] void throwMismatch() {
-    fail("Tipo non corrispondente");
-}
-[[noreturn]] void throwOverflow() {
-    fail("Overflow");
-}
-[[noreturn]] void throwDivisionByZero() {
-    fail("Divisione per zero");
-}
+[[noreturn]] void fail(const char* text) { throw RuntimeError(QString::fromUtf8(text)); }
+[[noreturn]] void throwNull() { fail("Utilizzo non valido di Null"); }
+[[noreturn]] void throwMismatch() { fail("Tipo non corrispondente"); }
+[[noreturn]] void throwOverflow() { fail("Overflow"); }
+[[noreturn]] void throwDivisionByZero() { fail("Divisione per zero"); }
 
-UInt128 magnitude(Int128 value) {
-    return value < 0 ? UInt128(0) - UInt128(value) : UInt128(value);
-}
+UInt128 magnitude(Int128 value) { return value < 0 ? UInt128(0) - UInt128(value) : UInt128(value); }
 
 UInt128 pow10(int exponent) {
     UInt128 result = 1;
@@ -485,9 +473,7 @@ QString doubleText(double value) {
     return QString::fromLatin1(out.data(), qsizetype(out.size()));
 }
 
-QString twoDigits(int value) {
-    return QString::number(value).rightJustified(2, u'0');
-}
+QString twoDigits(int value) { return QString::number(value).rightJustified(2, u'0'); }
 
 QString timeText(qint64 secondsOfDay) {
     return twoDigits(int(secondsOfDay / 3600)) + u':' + twoDigits(int(secondsOfDay / 60 % 60)) +
@@ -679,9 +665,7 @@ std::strong_ordering textOrder(const QString& a, const QString& b) {
     return QString::compare(a, b, Qt::CaseInsensitive) <=> 0;
 }
 
-std::strong_ordering reversed(std::strong_ordering order) {
-    return 0 <=> order;
-}
+std::strong_ordering reversed(std::strong_ordering order) { return 0 <=> order; }
 
 // Both values are numbers, Booleans, Empty or Dates.
 std::strong_ordering numericOrder(const Variant& a, const Variant& b) {
@@ -963,9 +947,7 @@ Decimal operator+(const Decimal& a, const Decimal& b) {
     return makeDecimal(negativeA, x - y, scale);
 }
 
-Decimal operator-(const Decimal& a, const Decimal& b) {
-    return a + (-b);
-}
+Decimal operator-(const Decimal& a, const Decimal& b) { return a + (-b); }
 
 Decimal operator*(const Decimal& a, const Decimal& b) {
     return makeDecimal((a.mantissa_ < 0) != (b.mantissa_ < 0),
@@ -1035,9 +1017,7 @@ std::optional<DateTime> DateTime::fromIso(QStringView text) {
     return dateAt(QDate(field(0, 4), field(5, 2), field(8, 2)), seconds);
 }
 
-QDate DateTime::date() const {
-    return dayZero().addDays(floorDiv(seconds_, SecondsPerDay));
-}
+QDate DateTime::date() const { return dayZero().addDays(floorDiv(seconds_, SecondsPerDay)); }
 
 QTime DateTime::time() const {
     const qint64 secondsOfDay = seconds_ - floorDiv(seconds_, SecondsPerDay) * SecondsPerDay;
@@ -1203,9 +1183,7 @@ qint64 roundedInteger(const Variant& value, qint64 low, qint64 high) {
 
 }  // namespace
 
-qint16 Variant::toInteger() const {
-    return qint16(roundedInteger(*this, -32768, 32767));
-}
+qint16 Variant::toInteger() const { return qint16(roundedInteger(*this, -32768, 32767)); }
 
 qint32 Variant::toLong() const {
     return qint32(roundedInteger(*this, std::numeric_limits<qint32>::min(),
@@ -1294,13 +1272,9 @@ QString Variant::toString() const {
         value_);
 }
 
-QString Variant::text() const {
-    return isNull() ? QString() : toString();
-}
+QString Variant::text() const { return isNull() ? QString() : toString(); }
 
-Variant operator+(const Variant& a, const Variant& b) {
-    return arithmetic(a, b, Operation::Add);
-}
+Variant operator+(const Variant& a, const Variant& b) { return arithmetic(a, b, Operation::Add); }
 
 Variant operator-(const Variant& a, const Variant& b) {
     return arithmetic(a, b, Operation::Subtract);
@@ -1352,9 +1326,7 @@ Variant Variant::operator-() const {
         value_);
 }
 
-bool operator==(const Variant& a, const Variant& b) {
-    return a.value_ == b.value_;
-}
+bool operator==(const Variant& a, const Variant& b) { return a.value_ == b.value_; }
 
 std::optional<std::strong_ordering> compare(const Variant& a, const Variant& b) {
     if (a.isNull() || b.isNull()) {
@@ -1395,13 +1367,9 @@ bool sameText(const Variant& a, const Variant& b) {
     return QString::compare(a.text(), b.text(), Qt::CaseInsensitive) == 0;
 }
 
-Variant NoNull(const Variant& value) {
-    return value.isNull() ? Variant(QString()) : value;
-}
+Variant NoNull(const Variant& value) { return value.isNull() ? Variant(QString()) : value; }
 
-Variant NoNullZero(const Variant& value) {
-    return value.isNull() ? Variant(qint16(0)) : value;
-}
+Variant NoNullZero(const Variant& value) { return value.isNull() ? Variant(qint16(0)) : value; }
 
 std::optional<double> parseItalianNumber(QStringView text) {
     const auto number = scanNumber(text);

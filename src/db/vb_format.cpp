@@ -567,9 +567,7 @@ bool isDatePattern(QStringView format) {
                        [](const DateToken& t) { return t.part != DatePart::Literal; });
 }
 
-QString pad2(int value) {
-    return QString::number(value).rightJustified(2, u'0');
-}
+QString pad2(int value) { return QString::number(value).rightJustified(2, u'0'); }
 
 QString formatDate(const DateTime& value, QStringView format) {
     const std::vector<DateToken> tokens = parseDatePattern(format);

@@ -20,9 +20,7 @@ struct FunctionCase {
     const char* expression;
     const char* result;  // as the recordset shows it; "NULL" for Null
 };
-void PrintTo(const FunctionCase& c, std::ostream* os) {
-    *os << c.expression;
-}
+void PrintTo(const FunctionCase& c, std::ostream* os) { *os << c.expression; }
 
 // A test name from the expression: its letters and digits, the rest as "_".
 std::string caseName(const ::testing::TestParamInfo<FunctionCase>& info) {

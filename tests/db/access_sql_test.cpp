@@ -71,9 +71,7 @@ struct ReadCase {
     const char* sql;
     const char* rows;
 };
-void PrintTo(const ReadCase& c, std::ostream* os) {
-    *os << c.sql;
-}
+void PrintTo(const ReadCase& c, std::ostream* os) { *os << c.sql; }
 
 class AccessSqlReads : public AccessSqlTest, public ::testing::WithParamInterface<ReadCase> {};
 
@@ -268,9 +266,7 @@ struct FaultCase {
     const char* sql;
     const char* message;  // a part of the error text
 };
-void PrintTo(const FaultCase& c, std::ostream* os) {
-    *os << c.sql;
-}
+void PrintTo(const FaultCase& c, std::ostream* os) { *os << c.sql; }
 
 class AccessSqlFaults : public AccessSqlTest, public ::testing::WithParamInterface<FaultCase> {};
 

@@ -28,9 +28,7 @@ struct FilterCase {
     const char* criteria;
     const char* ids;
 };
-void PrintTo(const FilterCase& c, std::ostream* os) {
-    *os << c.criteria;
-}
+void PrintTo(const FilterCase& c, std::ostream* os) { *os << c.criteria; }
 
 class FilterTest : public ::testing::TestWithParam<FilterCase> {
   protected:

@@ -115,9 +115,7 @@ struct UpdatableCase {
     const char* sql;
     bool updatable;
 };
-void PrintTo(const UpdatableCase& c, std::ostream* os) {
-    *os << c.sql;
-}
+void PrintTo(const UpdatableCase& c, std::ostream* os) { *os << c.sql; }
 
 class RecordsetUpdatable : public RecordsetTest,
                            public ::testing::WithParamInterface<UpdatableCase> {};

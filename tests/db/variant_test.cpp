@@ -40,12 +40,8 @@ struct Outcome {
     qint64 value = 0;
     const char* error = nullptr;
 };
-Outcome ok(qint64 value) {
-    return {value, nullptr};
-}
-Outcome fails(const char* error) {
-    return {0, error};
-}
+Outcome ok(qint64 value) { return {value, nullptr}; }
+Outcome fails(const char* error) { return {0, error}; }
 
 TEST(VariantToString, ItalianForms) {
     struct Row {

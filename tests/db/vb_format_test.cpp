@@ -21,9 +21,7 @@ void expectRows(std::initializer_list<Row> rows) {
 }
 
 // Wednesday 31 January 2024, 14:05:09.
-Variant sample() {
-    return Variant(DateTime::fromParts(QDate(2024, 1, 31), QTime(14, 5, 9)));
-}
+Variant sample() { return Variant(DateTime::fromParts(QDate(2024, 1, 31), QTime(14, 5, 9))); }
 
 TEST(FormatVariant, DatePatterns) {
     const Variant d = sample();
