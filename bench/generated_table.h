@@ -1,0 +1,25 @@
+// A generated table like the suite's largest (60 columns of text, numbers,
+// money, dates and Yes/No, a fifth of the cells Null) and the anchor every
+// copy benchmark is measured against: a raw prepared-INSERT loop in one
+// transaction over the same rows.
+#pragma once
+
+#include <QString>
+
+namespace lorvane::bench {
+
+inline constexpr int Columns = 60;
+
+// "CREATE TABLE T (id INTEGER PRIMARY KEY, C1 ..., C59 ...)".
+QString schema();
+// The names "id,C1,...,C59", as a copy routine's column list.
+QString columnList();
+// A new file holding table T with `rows` deterministic rows.
+void makeSource(const QString& path, int rows);
+// A new file holding table T, empty.
+void makeEmpty(const QString& path);
+// Seconds to copy every row of T from `source` into a new `target` with the raw API.
+double rawCopy(const QString& source, const QString& target);
+QString connectionText(const QString& path);
+
+}  // namespace lorvane::bench

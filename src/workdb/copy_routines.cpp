@@ -1,0 +1,102 @@
+#include "workdb/copy_routines.h"
+
+#include <QComboBox>
+#include <QProgressBar>
+
+#include "platform/error_handling.h"
+#include "platform/windows.h"
+#include "workdb/work_database.h"
+
+namespace lorvane::workdb {
+
+using namespace Qt::StringLiterals;
+using platform::showErrorAndGoOn;
+
+db::RecordsetPtr ApriTabellaTemporanea(const QString& comando) {
+    db::Command command;
+    command.ActiveConnection = &ConnessioneTemporanea();
+    command.CommandText = comando;
+    command.CommandType = db::Command::TypeText;
+    auto recordset = std::make_shared<db::Recordset>();
+    recordset->Open(command);
+    return recordset;
+}
+
+namespace {
+
+db::Field& fieldOf(db::Recordset& recordset, const db::Variant& campo) {
+    if (campo.isNumber()) return recordset.Fields(int(campo.toLong()));
+    return recordset.Fields(campo.text());
+}
+
+void addRow(const QStringList& names, db::Recordset& origine, db::Recordset& destinazione) {
+    showErrorAndGoOn([&] { destinazione.AddNew(); });
+    for (const QString& name : names) {
+        showErrorAndGoOn([&] {
+            db::Field& target = destinazione.Fields(name);
+            const db::Variant value = origine.Fields(name).Value();
+            if (target.Type() == db::DataType::Boolean && value.isNull()) {
+                target = db::Variant(0);
+            } else {
+                target = value;
+            }
+        });
+    }
+    showErrorAndGoOn([&] { destinazione.Update(); });
+}
+
+}  // namespace
+
+void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& origine,
+                    db::Recordset& destinazione, const db::Variant& controllo, const db::Variant& chiave) {
+    const QStringList names = colonne.split(u',');
+    showErrorAndGoOn([&] { destinazione.UpdateBatch(db::Recordset::AffectAll); });
+
+    int count = 0;
+    showErrorAndGoOn([&] { count = origine.RecordCount(); });
+    if (count >= 1) {
+        int oldMaximum = 0, oldValue = 0;
+        if (barra) {
+            oldMaximum = barra->maximum();
+            oldValue = barra->value();
+            barra->setMaximum(count);
+            barra->setValue(0);
+        }
+        const bool checkKey = db::sameText(controllo, db::Variant(1));
+        bool atEnd = false;
+        while (showErrorAndGoOn([&] { atEnd = origine.Eof(); }) && !atEnd) {
+            if (checkKey) {
+                bool present = false;
+                showErrorAndGoOn([&] {
+                    destinazione.SetFilter(chiave.text() + u'=' + origine.Fields(chiave.text()).Value().text());
+                    present = destinazione.RecordCount() != 0;
+                });
+                if (!present) addRow(names, origine, destinazione);
+            } else {
+                addRow(names, origine, destinazione);
+            }
+            if (!showErrorAndGoOn([&] { origine.MoveNext(); })) break;
+            if (barra) barra->setValue(barra->value() + 1);
+            platform::letEventsThrough();
+        }
+        if (barra) {
+            barra->setMaximum(oldMaximum);
+            barra->setValue(oldValue);
+        }
+    }
+    showErrorAndGoOn([&] { destinazione.UpdateBatch(db::Recordset::AffectAllChapters); });
+}
+
+void CopiaTabella(const QString& colonne, db::Recordset& origine, db::Recordset& destinazione,
+                  const db::Variant& controllo, const db::Variant& chiave) {
+    CopiaRecordset(nullptr, colonne, origine, destinazione, controllo, chiave);
+}
+
+void RiempiCombo(db::Recordset& origine, const db::Variant& campo, QComboBox* combo) {
+    if (origine.RecordCount() <= 0) return;
+    origine.MoveFirst();
+    combo->clear();
+    for (; !origine.Eof(); origine.MoveNext()) combo->addItem(fieldOf(origine, campo).Value().toString());
+}
+
+}  // namespace lorvane::workdb
