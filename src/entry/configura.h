@@ -12,11 +12,13 @@ namespace lorvane::entry {
 QString buildVersion(int major, int minor, int revision);
 
 class Configura final : public ConfiguraInterface {
-public:
+  public:
     QString CodiceStampa() const override { return moduleValues().codiceStampa; }
     void SetCodiceStampa(const QString& value) override { moduleValues().codiceStampa = value; }
     QString CodiceEsportazione() const override { return moduleValues().codiceEsportazione; }
-    void SetCodiceEsportazione(const QString& value) override { moduleValues().codiceEsportazione = value; }
+    void SetCodiceEsportazione(const QString& value) override {
+        moduleValues().codiceEsportazione = value;
+    }
     QString Codice() const override { return moduleValues().codice; }
     void SetCodice(const QString& value) override { moduleValues().codice = value; }
     QString Parametri() const override { return moduleValues().parametri; }
@@ -31,7 +33,7 @@ public:
     QString Modale() const override { return moduleValues().modale; }
     void SetModale(const QString& value) override { moduleValues().modale = value; }
 
-private:
+  private:
     LiveObject live_;
 };
 

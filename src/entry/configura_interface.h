@@ -10,7 +10,7 @@
 namespace lorvane::entry {
 
 class ConfiguraInterface : public platform::ComponentObject {
-public:
+  public:
     static constexpr char ProgId[] = "LorvaneStampe.Configura";
 
     virtual QString CodiceStampa() const = 0;

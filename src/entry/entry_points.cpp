@@ -1,61 +1,26 @@
 // The four entry points of the component library liblorvanestampe.so.
-#include <dlfcn.h>
-
-#include <QString>
-
 #include "entry/configura.h"
-#include "platform/component_registry.h"
+#include "platform/component_library.h"
 
-namespace {
+#define LORVANE_EXPORT extern "C" __attribute__((visibility("default")))
 
-using namespace lorvane;
+using lorvane::entry::Configura;
+using lorvane::entry::ConfiguraInterface;
+namespace platform = lorvane::platform;
 
-class ConfiguraFactory final : public platform::ClassFactory {
-public:
-    platform::ComponentPtr CreateInstance() override { return std::make_shared<entry::Configura>(); }
-};
-
-QString thisLibrary() {
-    Dl_info info{};
-    if (!dladdr(reinterpret_cast<void*>(&thisLibrary), &info) || !info.dli_fname) return {};
-    return QString::fromLocal8Bit(info.dli_fname);
+LORVANE_EXPORT int DllGetClassObject(const char* progId, platform::ClassFactory** factory) {
+    return platform::serveClassObject<Configura>(progId, ConfiguraInterface::ProgId, factory);
 }
 
-}  // namespace
-
-extern "C" {
-
-__attribute__((visibility("default"))) int DllGetClassObject(const char* progId,
-                                                              platform::ClassFactory** factory) {
-    static ConfiguraFactory configuraFactory;
-    if (!factory) return platform::ClassNotAvailable;
-    *factory = nullptr;
-    if (QString::fromUtf8(progId).compare(QLatin1String(entry::ConfiguraInterface::ProgId),
-                                          Qt::CaseInsensitive) != 0) {
-        return platform::ClassNotAvailable;
-    }
-    *factory = &configuraFactory;
-    return platform::ResultOk;
+LORVANE_EXPORT int DllCanUnloadNow() {
+    return lorvane::entry::liveObjects() == 0 ? platform::ResultOk : platform::ResultFalse;
 }
 
-__attribute__((visibility("default"))) int DllCanUnloadNow() {
-    return entry::liveObjects() == 0 ? platform::ResultOk : platform::ResultFalse;
+LORVANE_EXPORT int DllRegisterServer() {
+    return platform::registerLibraryOf(ConfiguraInterface::ProgId,
+                                       reinterpret_cast<const void*>(&DllRegisterServer));
 }
 
-__attribute__((visibility("default"))) int DllRegisterServer() {
-    const QString path = thisLibrary();
-    if (path.isEmpty()) return platform::RegistrationFailed;
-    try {
-        platform::ComponentRegistry::add(QLatin1String(entry::ConfiguraInterface::ProgId), path);
-    } catch (const RuntimeError&) {
-        return platform::RegistrationFailed;
-    }
-    return platform::ResultOk;
+LORVANE_EXPORT int DllUnregisterServer() {
+    return platform::unregisterLibrary(ConfiguraInterface::ProgId);
 }
-
-__attribute__((visibility("default"))) int DllUnregisterServer() {
-    platform::ComponentRegistry::remove(QLatin1String(entry::ConfiguraInterface::ProgId));
-    return platform::ResultOk;
-}
-
-}  // extern "C"

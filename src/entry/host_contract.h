@@ -12,7 +12,7 @@ namespace lorvane::entry {
 
 // The host application object handed over through Configura.Applicazione.
 class HostApplication {
-public:
+  public:
     virtual ~HostApplication() = default;
 
     // True asks every open window of the module to close itself.
@@ -46,7 +46,7 @@ using HostPtr = std::shared_ptr<HostApplication>;
 // members in the order they are declared here, calls Ricerca (a modal window
 // of the component's own) and reads Risposta.
 class SearchComponent : public platform::ComponentObject {
-public:
+  public:
     static constexpr char ProgId[] = "LorvaneRicerca.Ricerca";
 
     virtual void SetUser(const QString& user) = 0;

@@ -28,7 +28,7 @@ std::atomic<int>& liveObjects();
 
 // Counts one live object for as long as it lives.
 class LiveObject {
-public:
+  public:
     LiveObject() { ++liveObjects(); }
     LiveObject(const LiveObject&) : LiveObject() {}
     LiveObject& operator=(const LiveObject&) = default;

@@ -10,18 +10,18 @@ namespace lorvane::platform {
 // Result codes of the entry points, as the component model defines them.
 inline constexpr int ResultOk = 0;
 inline constexpr int ResultFalse = 1;
-inline constexpr int ClassNotAvailable = -2147221231;  // CLASS_E_CLASSNOTAVAILABLE
-inline constexpr int RegistrationFailed = -2147220992; // SELFREG_E_CLASS
+inline constexpr int ClassNotAvailable = -2147221231;   // CLASS_E_CLASSNOTAVAILABLE
+inline constexpr int RegistrationFailed = -2147220992;  // SELFREG_E_CLASS
 
 // Every object a component makes. Callers cast to the interface they expect.
 class ComponentObject {
-public:
+  public:
     virtual ~ComponentObject() = default;
 };
 using ComponentPtr = std::shared_ptr<ComponentObject>;
 
 class ClassFactory {
-public:
+  public:
     virtual ~ClassFactory() = default;
     virtual ComponentPtr CreateInstance() = 0;
 };

@@ -85,7 +85,8 @@ void ComponentRegistry::add(const QString& progId, const QString& libraryPath) {
     settings.setValue(group + u'/' + progId, QFileInfo(libraryPath).absoluteFilePath());
     settings.sync();
     if (settings.status() != QSettings::NoError) {
-        throw RuntimeError(u"Impossibile scrivere il registro dei componenti '%1'."_s.arg(registryFile()));
+        throw RuntimeError(
+            u"Impossibile scrivere il registro dei componenti '%1'."_s.arg(registryFile()));
     }
 }
 
@@ -132,8 +133,10 @@ ComponentPtr ComponentRegistry::create(const QString& progId) {
     QString error;
     QLibrary* library = load(*path, &error);
     if (!library) throw cannotCreate(progId, u"impossibile caricare '%1': %2"_s.arg(*path, error));
-    auto getClassObject = reinterpret_cast<DllGetClassObjectFunction>(library->resolve("DllGetClassObject"));
-    if (!getClassObject) throw cannotCreate(progId, u"'%1' non è una libreria di componenti."_s.arg(*path));
+    auto getClassObject =
+        reinterpret_cast<DllGetClassObjectFunction>(library->resolve("DllGetClassObject"));
+    if (!getClassObject)
+        throw cannotCreate(progId, u"'%1' non è una libreria di componenti."_s.arg(*path));
     ClassFactory* factory = nullptr;
     if (getClassObject(progId.toUtf8().constData(), &factory) != ResultOk || !factory) {
         throw cannotCreate(progId, u"la libreria '%1' non fornisce la classe."_s.arg(*path));

@@ -11,7 +11,7 @@
 namespace lorvane::platform {
 
 class ComponentRegistry {
-public:
+  public:
     // The registry file: $LORVANE_REGISTRY when set, otherwise
     // $XDG_CONFIG_HOME/lorvane/components.ini (~/.config when unset).
     static QString registryFile();

@@ -13,17 +13,23 @@ std::function<int(const Message&)>& handler() {
 
 QMessageBox::Icon iconOf(int buttons) {
     switch (buttons & 0x70) {
-        case MsgBoxStyle::Critical: return QMessageBox::Critical;
-        case MsgBoxStyle::Question: return QMessageBox::Question;
-        case MsgBoxStyle::Exclamation: return QMessageBox::Warning;
-        case MsgBoxStyle::Information: return QMessageBox::Information;
-        default: return QMessageBox::NoIcon;
+        case MsgBoxStyle::Critical:
+            return QMessageBox::Critical;
+        case MsgBoxStyle::Question:
+            return QMessageBox::Question;
+        case MsgBoxStyle::Exclamation:
+            return QMessageBox::Warning;
+        case MsgBoxStyle::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
     }
 }
 
 int showBox(const Message& message) {
     QMessageBox box(iconOf(message.buttons),
-                    message.title.isEmpty() ? defaultMessageTitle() : message.title, message.prompt);
+                    message.title.isEmpty() ? defaultMessageTitle() : message.title,
+                    message.prompt);
     switch (message.buttons & 0x0F) {
         case MsgBoxStyle::OkCancel:
             box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);

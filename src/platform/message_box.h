@@ -39,7 +39,8 @@ inline const QString& defaultMessageTitle() {
 }
 
 // Shows a modal box and gives the button pressed.
-int MsgBox(const QString& prompt, int buttons = MsgBoxStyle::OkOnly, const QString& title = QString());
+int MsgBox(const QString& prompt, int buttons = MsgBoxStyle::OkOnly,
+           const QString& title = QString());
 
 // Replaces the box (a test records the message and answers); an empty
 // function puts the real box back.

@@ -22,10 +22,10 @@ std::function<void()>& eventPump() {
 // Ends a loop once the watched window is no longer shown (closed, hidden or
 // gone); a minimised window still counts as shown.
 class CloseWatcher : public QObject {
-public:
+  public:
     CloseWatcher(QEventLoop* loop, QWidget* window) : loop_(loop), window_(window) {}
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Close || event->type() == QEvent::Hide) {
             QMetaObject::invokeMethod(this, &CloseWatcher::check, Qt::QueuedConnection);
@@ -33,7 +33,7 @@ protected:
         return QObject::eventFilter(watched, event);
     }
 
-private:
+  private:
     void check() {
         if (!window_ || !window_->isVisible()) loop_->quit();
     }

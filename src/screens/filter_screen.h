@@ -10,13 +10,13 @@
 namespace lorvane::screens {
 
 class FilterScreen : public QWidget {
-public:
+  public:
     explicit FilterScreen(const QString& titolo);
 
     // The report title of the screen.
     const QString& Titolo() const { return titolo_; }
 
-private:
+  private:
     QString titolo_;
     entry::LiveObject live_;
 };

@@ -177,7 +177,8 @@ inline constexpr char AnagraficaLocali61[] =
 inline constexpr char AnagraficaLocaliCaratteristiche7[] =
     "id,CodLocale,CodCogetech,CodLottomatica,CodGamenet,CodAtlantis,CodGMatica";
 
-// FrmStampaIntrodotto, FrmStampaCassa, FrmStampaRegistro, frmStampaRegistro2, FrmSommeConsegnate, FrmStampaAttoQuietanza
+// FrmStampaIntrodotto, FrmStampaCassa, FrmStampaRegistro, frmStampaRegistro2, FrmSommeConsegnate,
+// FrmStampaAttoQuietanza
 inline constexpr char AnagraficaAziende34[] =
     "id,CodiceAzienda,RagioneSociale,Ragione2,PIVA,CodFisc,Indirizzo,NumeroCivico,Cap,Citta,"
     "Prov,Tel,Fax,cell1,cell2,SedeOperativaProvincia,SedeOperativaIndirizzo,"

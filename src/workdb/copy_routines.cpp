@@ -48,7 +48,8 @@ void addRow(const QStringList& names, db::Recordset& origine, db::Recordset& des
 }  // namespace
 
 void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& origine,
-                    db::Recordset& destinazione, const db::Variant& controllo, const db::Variant& chiave) {
+                    db::Recordset& destinazione, const db::Variant& controllo,
+                    const db::Variant& chiave) {
     const QStringList names = colonne.split(u',');
     showErrorAndGoOn([&] { destinazione.UpdateBatch(db::Recordset::AffectAll); });
 
@@ -68,7 +69,8 @@ void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& 
             if (checkKey) {
                 bool present = false;
                 showErrorAndGoOn([&] {
-                    destinazione.SetFilter(chiave.text() + u'=' + origine.Fields(chiave.text()).Value().text());
+                    destinazione.SetFilter(chiave.text() + u'=' +
+                                           origine.Fields(chiave.text()).Value().text());
                     present = destinazione.RecordCount() != 0;
                 });
                 if (!present) addRow(names, origine, destinazione);
@@ -96,7 +98,8 @@ void RiempiCombo(db::Recordset& origine, const db::Variant& campo, QComboBox* co
     if (origine.RecordCount() <= 0) return;
     origine.MoveFirst();
     combo->clear();
-    for (; !origine.Eof(); origine.MoveNext()) combo->addItem(fieldOf(origine, campo).Value().toString());
+    for (; !origine.Eof(); origine.MoveNext())
+        combo->addItem(fieldOf(origine, campo).Value().toString());
 }
 
 }  // namespace lorvane::workdb

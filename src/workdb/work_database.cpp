@@ -32,20 +32,23 @@ void copyOver(const QString& source, const QString& target) {
     const QString partial = target + u".part"_s;
     QFile::remove(partial);
     if (!QFile::copy(source, partial)) return;
-    QFile(partial).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    if (std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(target).constData()) != 0) {
+    QFile(partial).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
+                                  QFile::ReadOther);
+    if (std::rename(QFile::encodeName(partial).constData(),
+                    QFile::encodeName(target).constData()) != 0) {
         QFile::remove(partial);
     }
 }
 
 bool openOn(const db::Connection& connection, const QString& file) {
-    return connection.IsOpen() &&
-           QFileInfo(connection.FilePath()).absoluteFilePath() == QFileInfo(file).absoluteFilePath();
+    return connection.IsOpen() && QFileInfo(connection.FilePath()).absoluteFilePath() ==
+                                      QFileInfo(file).absoluteFilePath();
 }
 
 }  // namespace
 
-void ApriTemporaneo(const QString& percorso, const QString& copyFolder, const QString& connectionFolder) {
+void ApriTemporaneo(const QString& percorso, const QString& copyFolder,
+                    const QString& connectionFolder) {
     db::Connection& connection = ConnessioneTemporanea();
     const QString name = templateFileName(percorso);
 

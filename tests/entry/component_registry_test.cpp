@@ -16,8 +16,10 @@ using namespace Qt::StringLiterals;
 const QString configuraId = QLatin1String(entry::ConfiguraInterface::ProgId);
 
 class ComponentRegistryTest : public ::testing::Test {
-protected:
-    void SetUp() override { qputenv("LORVANE_REGISTRY", folder.filePath(u"components.ini"_s).toUtf8()); }
+  protected:
+    void SetUp() override {
+        qputenv("LORVANE_REGISTRY", folder.filePath(u"components.ini"_s).toUtf8());
+    }
     void TearDown() override { qunsetenv("LORVANE_REGISTRY"); }
 
     QTemporaryDir folder;
@@ -26,14 +28,16 @@ protected:
 
 TEST_F(ComponentRegistryTest, RegisteredLibraryMakesConfigura) {
     ComponentRegistry::registerServer(library);
-    EXPECT_EQ(ComponentRegistry::libraryOf(u"lorvanestampe.configura"_s), std::optional<QString>(library));
+    EXPECT_EQ(ComponentRegistry::libraryOf(u"lorvanestampe.configura"_s),
+              std::optional<QString>(library));
 
     auto configura = createComponent<entry::ConfiguraInterface>(configuraId);
     configura->SetCodiceStampa(u"StampaBilancio"_s);
     EXPECT_EQ(configura->CodiceStampa(), u"StampaBilancio"_s);
     EXPECT_TRUE(configura->Ver().contains(u'.'));
     auto second = createComponent<entry::ConfiguraInterface>(configuraId);
-    EXPECT_EQ(second->CodiceStampa(), u"StampaBilancio"_s) << "the library's instances share their values";
+    EXPECT_EQ(second->CodiceStampa(), u"StampaBilancio"_s)
+        << "the library's instances share their values";
 
     EXPECT_FALSE(ComponentRegistry::canUnloadNow(configuraId));
     configura.reset();
@@ -66,7 +70,8 @@ TEST_F(ComponentRegistryTest, AnIdOfAnotherLibraryIsRefused) {
 TEST_F(ComponentRegistryTest, ProvidedClassesComeFirstAndCanBeWithdrawn) {
     struct Stand : ComponentObject {};
     ComponentRegistry::provide(u"Prova.Classe"_s, [] { return std::make_shared<Stand>(); });
-    EXPECT_NE(std::dynamic_pointer_cast<Stand>(ComponentRegistry::create(u"PROVA.classe"_s)), nullptr);
+    EXPECT_NE(std::dynamic_pointer_cast<Stand>(ComponentRegistry::create(u"PROVA.classe"_s)),
+              nullptr);
     EXPECT_THROW(createComponent<entry::ConfiguraInterface>(u"Prova.Classe"_s), RuntimeError);
     ComponentRegistry::provide(u"Prova.Classe"_s, nullptr);
     EXPECT_THROW(ComponentRegistry::create(u"Prova.Classe"_s), RuntimeError);

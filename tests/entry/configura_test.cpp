@@ -18,7 +18,8 @@ using namespace Qt::StringLiterals;
 std::vector<screens::FilterScreen*> openScreens() {
     std::vector<screens::FilterScreen*> screens;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* screen = dynamic_cast<screens::FilterScreen*>(widget); screen && screen->isVisible()) {
+        if (auto* screen = dynamic_cast<screens::FilterScreen*>(widget);
+            screen && screen->isVisible()) {
             screens.push_back(screen);
         }
     }
@@ -26,11 +27,12 @@ std::vector<screens::FilterScreen*> openScreens() {
 }
 
 class ConfiguraTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override { moduleValues() = ModuleValues{}; }
     void TearDown() override {
         platform::setModalHandler(nullptr);
-        for (screens::FilterScreen* screen : openScreens()) screen->close();
+        for (screens::FilterScreen* screen : openScreens())
+            screen->close();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     Configura configura;
@@ -51,8 +53,10 @@ TEST_P(Dispatch, OpensTheScreenOfTheCodeWithItsTitle) {
     configura.Start();
     const auto screens = openScreens();
     ASSERT_EQ(screens.size(), 1u);
-    EXPECT_EQ(screens[0]->windowTitle(), u"..:: "_s + QString::fromUtf8(GetParam().title) + u" ::.."_s);
-    EXPECT_NE(std::string(typeid(*screens[0]).name()).find(GetParam().screenClass), std::string::npos)
+    EXPECT_EQ(screens[0]->windowTitle(),
+              u"..:: "_s + QString::fromUtf8(GetParam().title) + u" ::.."_s);
+    EXPECT_NE(std::string(typeid(*screens[0]).name()).find(GetParam().screenClass),
+              std::string::npos)
         << typeid(*screens[0]).name();
 }
 
@@ -138,12 +142,15 @@ TEST_F(ConfiguraTest, StartLeavesRispostaAsTheHostSetIt) {
 }
 
 TEST(Version, KeepsTheLastThreeDigitsOfMinorAndRevision) {
-    const std::tuple<int, int, int, const char*> cases[] = {
-        {1, 0, 150, "1.000.150"}, {2, 5, 7, "2.005.007"}, {1, 1234, 99999, "1.234.999"}, {10, 12, 0, "10.012.000"}};
+    const std::tuple<int, int, int, const char*> cases[] = {{1, 0, 150, "1.000.150"},
+                                                            {2, 5, 7, "2.005.007"},
+                                                            {1, 1234, 99999, "1.234.999"},
+                                                            {10, 12, 0, "10.012.000"}};
     for (const auto& [major, minor, revision, text] : cases) {
         EXPECT_EQ(buildVersion(major, minor, revision), QString::fromLatin1(text));
     }
-    EXPECT_EQ(Configura().Ver(), buildVersion(LORVANE_VERSION_MAJOR, LORVANE_VERSION_MINOR, LORVANE_VERSION_PATCH));
+    EXPECT_EQ(Configura().Ver(),
+              buildVersion(LORVANE_VERSION_MAJOR, LORVANE_VERSION_MINOR, LORVANE_VERSION_PATCH));
 }
 
 }  // namespace

@@ -16,6 +16,12 @@ struct ProcessResult {
 
 ProcessResult run(const QString& program, const QStringList& args, const QByteArray& input = {}) {
     QProcess process;
+    // The tools must work on a machine without a display.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(u"QT_QPA_PLATFORM"_s);
+    environment.remove(u"DISPLAY"_s);
+    environment.remove(u"WAYLAND_DISPLAY"_s);
+    process.setProcessEnvironment(environment);
     process.start(program, args);
     process.write(input);
     process.closeWriteChannel();

@@ -13,9 +13,10 @@
 namespace lorvane::testing {
 
 class RecordingHost final : public entry::HostApplication {
-public:
+  public:
     // Each database is a connection text, or "" when the test does not need it.
-    explicit RecordingHost(const QString& mainDatabase = QString(), const QString& catalogue = QString())
+    explicit RecordingHost(const QString& mainDatabase = QString(),
+                           const QString& catalogue = QString())
         : mainText_(mainDatabase), catalogueText_(catalogue) {}
 
     // "Member(arg, arg)" for every call, in order.
@@ -36,7 +37,8 @@ public:
         calls << QStringLiteral("Execute(%1)").arg(sql);
         main().Execute(sql);
     }
-    QString LeggiSettaggio(const QString& sezione, const QString& chiave, const QString& predefinito) override {
+    QString LeggiSettaggio(const QString& sezione, const QString& chiave,
+                           const QString& predefinito) override {
         calls << QStringLiteral("LeggiSettaggio(%1, %2, %3)").arg(sezione, chiave, predefinito);
         return settings.value(sezione + u'/' + chiave, predefinito);
     }
@@ -77,7 +79,7 @@ public:
         return user;
     }
 
-private:
+  private:
     db::Connection& main() { return open(main_, mainText_); }
     static db::Connection& open(db::Connection& connection, const QString& text) {
         if (!connection.IsOpen()) connection.Open(text);

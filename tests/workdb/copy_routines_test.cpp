@@ -37,7 +37,7 @@ CREATE TABLE Locali (id INTEGER, CodLocale TEXT(6) COLLATE NOCASE, Insegna TEXT(
 constexpr char columns[] = "id,CodLocale,Insegna,Sospeso,Rimanenza";
 
 class CopyTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         qputenv("LORVANE_TEMP1", workFile.folder().toUtf8());
         main.Open(mainFile.connectionText());
@@ -69,7 +69,8 @@ protected:
     }
     QString workRows() {
         ConnessioneTemporanea().Close();
-        return workFile.query("SELECT id, CodLocale, Insegna, Sospeso, Rimanenza FROM Locali ORDER BY id, Rimanenza");
+        return workFile.query(
+            "SELECT id, CodLocale, Insegna, Sospeso, Rimanenza FROM Locali ORDER BY id, Rimanenza");
     }
 
     DatabaseFile mainFile{source};
@@ -96,7 +97,8 @@ TEST_F(CopyTest, AValueThatDoesNotFitIsReportedAndTheRowWrittenWithoutIt) {
 }
 
 TEST_F(CopyTest, AMissingColumnGivesOneMessagePerRow) {
-    copy(u"SELECT id, CodLocale FROM Locali"_s, Variant(0), Variant(), nullptr, u"id,CodLocale,Manca"_s);
+    copy(u"SELECT id, CodLocale FROM Locali"_s, Variant(0), Variant(), nullptr,
+         u"id,CodLocale,Manca"_s);
     EXPECT_EQ(messages.size(), 3);
     for (const QString& message : std::as_const(messages)) {
         EXPECT_TRUE(message.contains(u"Manca"_s)) << message.toStdString();
@@ -170,26 +172,31 @@ TEST_F(CopyTest, ApriTabellaTemporaneaNeedsTheOpenWorkConnection) {
 }
 
 class RiempiComboTest : public CopyTest {
-protected:
+  protected:
     QStringList entries() {
         QStringList texts;
-        for (int i = 0; i < combo.count(); ++i) texts << combo.itemText(i);
+        for (int i = 0; i < combo.count(); ++i)
+            texts << combo.itemText(i);
         return texts;
     }
     QComboBox combo;
 };
 
 TEST_F(RiempiComboTest, FillsByNameOrPositionAndKeepsEntriesOfAnEmptySource) {
-    RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali ORDER BY id"_s), Variant(u"codlocale"_s), &combo);
+    RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali ORDER BY id"_s), Variant(u"codlocale"_s),
+                &combo);
     EXPECT_EQ(entries(), (QStringList{u"L1"_s, u"L2"_s, u"L3"_s}));
-    RiempiCombo(*main.OpenRecordset(u"SELECT Rimanenza FROM Locali WHERE id <> 2 ORDER BY id"_s), Variant(0), &combo);
+    RiempiCombo(*main.OpenRecordset(u"SELECT Rimanenza FROM Locali WHERE id <> 2 ORDER BY id"_s),
+                Variant(0), &combo);
     EXPECT_EQ(entries(), (QStringList{u"10,5"_s, u"3"_s}));
-    RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali WHERE id = 99"_s), Variant(u"CodLocale"_s), &combo);
+    RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali WHERE id = 99"_s),
+                Variant(u"CodLocale"_s), &combo);
     EXPECT_EQ(entries(), (QStringList{u"10,5"_s, u"3"_s}));
 }
 
 TEST_F(RiempiComboTest, ANullFailsTheFill) {
-    EXPECT_THROW(RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali ORDER BY id"_s), Variant(u"Insegna"_s), &combo),
+    EXPECT_THROW(RiempiCombo(*main.OpenRecordset(u"SELECT * FROM Locali ORDER BY id"_s),
+                             Variant(u"Insegna"_s), &combo),
                  RuntimeError);
 }
 

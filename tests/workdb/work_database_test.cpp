@@ -17,7 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 class ApriTemporaneoTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         qputenv("LORVANE_TEMP1", work.path().toUtf8());
         QDir(templates.path()).mkpath(u"modelli"_s);
@@ -41,7 +41,8 @@ protected:
     // The Windows-form path the catalogue gives: Percorso, then the template's own path.
     QString templatePath(const QString& name) const { return templates.path() + u'/' + name; }
     QString workRows() {
-        db::RecordsetPtr rows = ConnessioneTemporanea().OpenRecordset(u"SELECT Parametri FROM Parametri"_s);
+        db::RecordsetPtr rows =
+            ConnessioneTemporanea().OpenRecordset(u"SELECT Parametri FROM Parametri"_s);
         return db::testing::recordsetText(*rows);
     }
 
@@ -51,13 +52,15 @@ protected:
 
 TEST_F(ApriTemporaneoTest, CopiesTheTemplateOverTheWorkFileAndOpensIt) {
     makeTemplate(u"vecchio.mdb"_s, "vecchio");
-    ASSERT_TRUE(QFile::copy(templates.filePath(u"vecchio.mdb"_s), work.filePath(u"Bilancio.mdb"_s)));
+    ASSERT_TRUE(
+        QFile::copy(templates.filePath(u"vecchio.mdb"_s), work.filePath(u"Bilancio.mdb"_s)));
     ApriTemporaneo(templatePath(u"modelli\\Bilancio.mdb"_s));
     EXPECT_TRUE(ConnessioneTemporanea().IsOpen());
     EXPECT_EQ(QFileInfo(ConnessioneTemporanea().FilePath()).fileName(), u"Bilancio.mdb"_s);
     EXPECT_EQ(workRows(), u"nuovo"_s);
     ConnessioneTemporanea().Close();
-    EXPECT_TRUE(QFile::exists(work.filePath(u"Bilancio.mdb"_s))) << "nothing is deleted after a run";
+    EXPECT_TRUE(QFile::exists(work.filePath(u"Bilancio.mdb"_s)))
+        << "nothing is deleted after a run";
 }
 
 TEST_F(ApriTemporaneoTest, AWorkFileStillOpenFromABrokenRunIsKeptWithItsRows) {
@@ -91,14 +94,18 @@ TEST_F(ApriTemporaneoTest, WithoutTemplateOrWorkFileTheOpenFails) {
 TEST_F(ApriTemporaneoTest, TheScreensSpellingsOfTheWorkFolderAllReachIt) {
     ApriTemporaneo(templatePath(u"modelli/Bilancio.mdb"_s), u"C:\\temp1\\"_s, u"C:\\temp1\\"_s);
     EXPECT_EQ(workRows(), u"nuovo"_s);
-    EXPECT_TRUE(ConnessioneTemporanea().ConnectionString().contains(u"Dbq=C:\\temp1\\Bilancio.mdb;"_s));
+    EXPECT_TRUE(
+        ConnessioneTemporanea().ConnectionString().contains(u"Dbq=C:\\temp1\\Bilancio.mdb;"_s));
 }
 
 TEST(TemplateFileName, IsWhatStandsAfterTheLastSeparator) {
     const std::pair<const char*, const char*> cases[] = {
-        {"C:\\Lorvane\\Report\\Bil.mdb", "Bil.mdb"}, {"/opt/lorvane/x\\y.mdb", "y.mdb"},
-        {"/opt/lorvane/Bil.mdb", "Bil.mdb"},         {"/opt/lorvane/", ""},
-        {"Bil.mdb", ""},                              {"", ""}};
+        {"C:\\Lorvane\\Report\\Bil.mdb", "Bil.mdb"},
+        {"/opt/lorvane/x\\y.mdb", "y.mdb"},
+        {"/opt/lorvane/Bil.mdb", "Bil.mdb"},
+        {"/opt/lorvane/", ""},
+        {"Bil.mdb", ""},
+        {"", ""}};
     for (const auto& [path, name] : cases) {
         EXPECT_EQ(templateFileName(QString::fromUtf8(path)), QString::fromUtf8(name)) << path;
     }

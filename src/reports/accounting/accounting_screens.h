@@ -6,32 +6,33 @@
 namespace lorvane::reports {
 
 class FrmStampaCassa final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaCassa() : FilterScreen(QStringLiteral("Stampa cassa per periodo")) {}
 };
 
 class FrmStampaRegistro final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaRegistro() : FilterScreen(QStringLiteral("Stampa registro corrispettivi")) {}
 };
 
 class frmStampaRegistro2 final : public screens::FilterScreen {
-public:
-    frmStampaRegistro2() : FilterScreen(QStringLiteral("Stampa registro corrispettivi con Comodato")) {}
+  public:
+    frmStampaRegistro2()
+        : FilterScreen(QStringLiteral("Stampa registro corrispettivi con Comodato")) {}
 };
 
 class FrmStampaBilancio final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaBilancio() : FilterScreen(QStringLiteral("Stampa Bilancio di Verifica")) {}
 };
 
 class FrmStampaSchedaLocale final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaSchedaLocale() : FilterScreen(QStringLiteral("Stampa scheda Cliente")) {}
 };
 
 class FrmStampaSchedaContab final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaSchedaContab() : FilterScreen(QStringLiteral("Stampa scheda Contabile")) {}
 };
 

@@ -7,46 +7,47 @@
 namespace lorvane::reports {
 
 class FrmStampaIntrodotto final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaIntrodotto() : FilterScreen(QStringLiteral("Stampa Introdotto per periodo")) {}
 };
 
 class FrmStampaIntrodottoDistinta final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaIntrodottoDistinta() : FilterScreen(QStringLiteral("Stampa introdotto su distinte")) {}
 };
 
 class FrmPercPagamentoG final : public screens::FilterScreen {
-public:
+  public:
     FrmPercPagamentoG() : FilterScreen(QStringLiteral("Stampa percentuali di pagamento Globali")) {}
 };
 
 class FrmPercPagamentoP final : public screens::FilterScreen {
-public:
-    FrmPercPagamentoP() : FilterScreen(QStringLiteral("Stampa percentuali di pagamento Parziali")) {}
+  public:
+    FrmPercPagamentoP()
+        : FilterScreen(QStringLiteral("Stampa percentuali di pagamento Parziali")) {}
 };
 
 class FrmStampaHopper final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaHopper() : FilterScreen(QStringLiteral("Stampa situazione hopper")) {}
 };
 
 class FrmStampaCambiamonete final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaCambiamonete() : FilterScreen(QStringLiteral("Stampa situazione cambiamonete")) {}
 };
 
 class FrmStampaDifferenzaPreu final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaDifferenzaPreu() : FilterScreen(QStringLiteral("Stampa Differenza Preu")) {}
 };
 
 // One screen for two codes: "Acconti" (advances) and "Refill".
 class FrmStampaAccontiRefill final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaAccontiRefill()
         : FilterScreen(entry::moduleValues().codiceStampa.compare(QLatin1String("Acconti"),
-                                                                   Qt::CaseInsensitive) == 0
+                                                                  Qt::CaseInsensitive) == 0
                            ? QStringLiteral("Stampa Acconti")
                            : QStringLiteral("Stampa Refill")) {}
 };

@@ -6,27 +6,27 @@
 namespace lorvane::reports {
 
 class FrmSommeConsegnate final : public screens::FilterScreen {
-public:
+  public:
     FrmSommeConsegnate() : FilterScreen(QStringLiteral("Stampa somme consegnate al locale")) {}
 };
 
 class FrmStampaQuietanza final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaQuietanza() : FilterScreen(QStringLiteral("Stampa Quietanza")) {}
 };
 
 class FrmStampaAttoQuietanza final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaAttoQuietanza() : FilterScreen(QStringLiteral("Stampa Atti di Quietanza")) {}
 };
 
 class FrmStampaEtichette final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaEtichette() : FilterScreen(QStringLiteral("Stampa Etichette")) {}
 };
 
 class FrmStampaEtichetteMobili final : public screens::FilterScreen {
-public:
+  public:
     FrmStampaEtichetteMobili() : FilterScreen(QStringLiteral("Stampa Etichette")) {}
 };
 
