@@ -37,9 +37,12 @@ class DatabaseFile {
 
     // The rows of `sql`, read with the plain SQLite API: columns joined by
     // "|", rows by ";", Null as "NULL".
-    QString query(const char* sql) const {
+    QString query(const char* sql) const { return queryFile(path_, sql); }
+
+    // The same on any SQLite file.
+    static QString queryFile(const QString& path, const char* sql) {
         sqlite3* db = nullptr;
-        sqlite3_open(path_.toUtf8().constData(), &db);
+        sqlite3_open(path.toUtf8().constData(), &db);
         sqlite3_stmt* statement = nullptr;
         QString result;
         if (sqlite3_prepare_v2(db, sql, -1, &statement, nullptr) != SQLITE_OK) {
