@@ -1,0 +1,66 @@
+// A report layout: where its data come from, the page, and the bands with
+// their items. Layout files are JSON documents of our own format (README.md in
+// this folder); all lengths in them are millimetres.
+#pragma once
+
+#include <QSizeF>
+#include <QString>
+#include <vector>
+
+#include "engine/page_document.h"
+
+namespace lorvane::engine {
+
+struct ItemSpec {
+    enum class Kind { Text, Field, Sum, Count, Special, Line, Box, Image, Barcode };
+    // Where a running sum or count is taken: the innermost group around the
+    // item's band, or the whole report.
+    enum class Scope { Group, Report };
+
+    Kind kind = Kind::Text;
+    QRectF rectMm;   // x, y, width, height from the band's top-left corner
+    QString text;    // Text: the text; Special: which one (title, author, page, pages, pageOfPages,
+                     // printDate, groupValue)
+    QString field;   // Field, Sum, Barcode: the column of the query
+    QString format;  // Field, Sum, Count: "dd/MM/yyyy", "#.##0,00", "" for the plain text
+    Scope scope = Scope::Group;
+    FontSpec font;
+    Align align = Align::Left;
+    double lineWidthPt = 0.5;       // Line, Box
+    QColor fill = Qt::transparent;  // Box
+    QString imageFile;              // Image, relative to the layout file
+    bool showText = true;           // Barcode
+};
+
+struct BandSpec {
+    double heightMm = 0;
+    std::vector<ItemSpec> items;
+    bool isEmpty() const { return heightMm <= 0; }
+};
+
+struct GroupSpec {
+    QString field;
+    BandSpec header;
+    BandSpec footer;
+};
+
+struct LayoutSpec {
+    QString title;     // the report's default title
+    QString workFile;  // the file name of the work database, in the work folder
+    QString query;     // what the report reads there, Access dialect
+    QSizeF pageMm{210, 297};
+    double marginLeftMm = 10, marginTopMm = 10, marginRightMm = 10, marginBottomMm = 10;
+    int labelColumns = 1;  // detail bands flowing across the page (labels)
+    double labelGapMm = 0;
+    BandSpec reportHeader, pageHeader, detail, pageFooter, reportFooter;
+    std::vector<GroupSpec> groups;  // outermost first
+    QString folder;                 // where the layout file stands (for images)
+};
+
+// Reads a layout file. Throws RuntimeError naming the file and the fault for a
+// file that is missing, not JSON, or not a layout of this format.
+LayoutSpec loadLayout(const QString& path, const QString& folderForImages = QString());
+
+inline constexpr double PointsPerMm = 72.0 / 25.4;
+
+}  // namespace lorvane::engine

@@ -1,0 +1,115 @@
+#include "engine/painter.h"
+
+#include <zint.h>
+
+#include <memory>
+
+namespace lorvane::engine {
+
+namespace {
+
+// The painter draws in points, scaled to its device: a font in points would
+// be scaled twice, so its size is given in units of the device's resolution.
+QFont fontOf(const FontSpec& spec, const QPainter& painter) {
+    QFont font(spec.family);
+    font.setPointSizeF(spec.sizePt * 72.0 / painter.device()->logicalDpiY());
+    font.setBold(spec.bold);
+    font.setItalic(spec.italic);
+    return font;
+}
+
+Qt::Alignment alignmentOf(Align align) {
+    switch (align) {
+        case Align::Center:
+            return Qt::AlignHCenter | Qt::AlignVCenter;
+        case Align::Right:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        default:
+            return Qt::AlignLeft | Qt::AlignVCenter;
+    }
+}
+
+void drawText(QPainter& painter, const TextItem& item) {
+    if (item.text.isEmpty()) return;
+    painter.setFont(fontOf(item.font, painter));
+    painter.setPen(item.color);
+    painter.drawText(item.rect, int(alignmentOf(item.align)) | Qt::TextSingleLine, item.text);
+}
+
+// Code 39 as zint lays it out, scaled into the item's rectangle; the text
+// goes underneath in a small font when asked for.
+void drawBarcode(QPainter& painter, const BarcodeItem& item) {
+    if (item.data.isEmpty()) return;
+    std::unique_ptr<zint_symbol, decltype(&ZBarcode_Delete)> symbol(ZBarcode_Create(),
+                                                                    ZBarcode_Delete);
+    symbol->symbology = BARCODE_CODE39;
+    symbol->show_hrt = 0;
+    const QByteArray data = item.data.toLatin1();
+    if (ZBarcode_Encode(symbol.get(), reinterpret_cast<const unsigned char*>(data.constData()),
+                        int(data.size())) >= ZINT_ERROR ||
+        ZBarcode_Buffer_Vector(symbol.get(), 0) >= ZINT_ERROR || !symbol->vector) {
+        return;  // characters Code 39 cannot carry: nothing is drawn, as a printer would
+    }
+    const double textHeight = item.showText ? std::min(item.rect.height() * 0.3, 9.0) : 0;
+    const QRectF bars(item.rect.left(), item.rect.top(), item.rect.width(),
+                      item.rect.height() - textHeight);
+    const double sx = bars.width() / symbol->vector->width;
+    const double sy = bars.height() / symbol->vector->height;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::black);
+    for (const zint_vector_rect* rect = symbol->vector->rectangles; rect; rect = rect->next) {
+        painter.drawRect(QRectF(bars.left() + rect->x * sx, bars.top() + rect->y * sy,
+                                rect->width * sx, rect->height * sy));
+    }
+    if (item.showText) {
+        painter.setFont(
+            fontOf(FontSpec{QStringLiteral("Liberation Mono"), textHeight * 0.8}, painter));
+        painter.setPen(Qt::black);
+        painter.drawText(QRectF(item.rect.left(), bars.bottom(), item.rect.width(), textHeight),
+                         Qt::AlignCenter, item.data);
+    }
+}
+
+}  // namespace
+
+void paintPage(QPainter& painter, const Page& page) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    for (const PlacedBand& band : page.bands) {
+        for (const Primitive& primitive : band.items) {
+            if (const auto* text = std::get_if<TextItem>(&primitive)) {
+                drawText(painter, *text);
+            } else if (const auto* line = std::get_if<LineItem>(&primitive)) {
+                painter.setPen(QPen(Qt::black, line->widthPt));
+                painter.drawLine(line->from, line->to);
+            } else if (const auto* box = std::get_if<BoxItem>(&primitive)) {
+                painter.setPen(box->borderPt > 0 ? QPen(Qt::black, box->borderPt)
+                                                 : QPen(Qt::NoPen));
+                painter.setBrush(box->fill);
+                painter.drawRect(box->rect);
+            } else if (const auto* image = std::get_if<ImageItem>(&primitive)) {
+                if (!image->image.isNull()) painter.drawImage(image->rect, image->image);
+            } else if (const auto* barcode = std::get_if<BarcodeItem>(&primitive)) {
+                drawBarcode(painter, *barcode);
+            }
+            painter.setBrush(Qt::NoBrush);
+        }
+    }
+    painter.restore();
+}
+
+QImage pageImage(const Page& page, double dpi) {
+    const double scale = dpi / 72.0;
+    QImage image(QSize(int(page.size.width() * scale + 0.5), int(page.size.height() * scale + 0.5)),
+                 QImage::Format_RGB32);
+    image.setDotsPerMeterX(int(dpi / 0.0254));
+    image.setDotsPerMeterY(int(dpi / 0.0254));
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(scale, scale);
+    paintPage(painter, page);
+    return image;
+}
+
+}  // namespace lorvane::engine

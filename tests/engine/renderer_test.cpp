@@ -1,0 +1,138 @@
+// Rendering a layout against its work file: bands on pages, groups, sums,
+// page numbers, labels across.
+#include "engine/renderer.h"
+
+#include <gtest/gtest.h>
+
+#include "engine_fixture.h"
+#include "platform/runtime_error.h"
+
+namespace lorvane::engine {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QStringList textsOf(const Page& page, BandKind kind) {
+    QStringList texts;
+    for (const PlacedBand& band : page.bands) {
+        if (band.kind != kind) continue;
+        QStringList line;
+        for (const Primitive& primitive : band.items) {
+            if (const auto* text = std::get_if<TextItem>(&primitive)) line << text->text;
+        }
+        texts << line.join(u'|');
+    }
+    return texts;
+}
+
+class RendererTest : public testing::EngineFixture {
+  protected:
+    PageDocument renderLayout(int rows) {
+        prepare(rows);
+        return render(loadLayout(layoutPath()),
+                      RenderInfo{u"Bilancio di verifica"_s, u"mario"_s, QDate(2024, 3, 1)});
+    }
+};
+
+TEST_F(RendererTest, GroupsSumsAndTotalsAreThoseOfTheRows) {
+    const PageDocument document = renderLayout(6);
+    ASSERT_EQ(document.pages.size(), 1u);
+    const Page& page = document.pages[0];
+    EXPECT_EQ(textsOf(page, BandKind::ReportHeader), QStringList{u"Bilancio di verifica"_s});
+    EXPECT_EQ(textsOf(page, BandKind::GroupHeader), (QStringList{u"Mastro|03"_s, u"Mastro|05"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::Detail).first(), u"03.001|Conto numero 1|100,25|1,00"_s);
+    // 03: rows 1-3, dare 100.25+200.25+300.25; 05: rows 4-6
+    EXPECT_EQ(textsOf(page, BandKind::GroupFooter),
+              (QStringList{u"3|600,75|6,00"_s, u"3|1.500,75|15,00"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::ReportFooter),
+              QStringList{u"Totale generale|2.101,50|21,00"_s});
+    EXPECT_EQ(textsOf(page, BandKind::PageFooter), QStringList{u"Pagina 1 di 1"_s});
+    EXPECT_EQ(document.title, u"Bilancio di verifica"_s);
+    EXPECT_EQ(document.author, u"mario"_s);
+    ASSERT_EQ(document.outline.size(), 2u);
+    EXPECT_EQ(document.outline[1].text, u"05"_s);
+}
+
+TEST_F(RendererTest, LongReportsBreakPagesAndKeepGroupHeadersWithTheirLines) {
+    const PageDocument document = renderLayout(200);
+    ASSERT_GT(document.pages.size(), 3u);
+    int details = 0;
+    for (size_t p = 0; p < document.pages.size(); ++p) {
+        const Page& page = document.pages[p];
+        EXPECT_EQ(textsOf(page, BandKind::PageHeader).size(), 1u) << "every page has its header";
+        EXPECT_EQ(textsOf(page, BandKind::PageFooter),
+                  QStringList{u"Pagina %1 di %2"_s.arg(p + 1).arg(document.pages.size())});
+        details += int(textsOf(page, BandKind::Detail).size());
+        for (size_t b = 0; b < page.bands.size(); ++b) {
+            if (page.bands[b].kind != BandKind::GroupHeader) continue;
+            ASSERT_LT(b + 1, page.bands.size());
+            EXPECT_EQ(page.bands[b + 1].kind, BandKind::Detail)
+                << "a group header is never last on page " << p;
+        }
+        double bottom = 0;
+        for (const PlacedBand& band : page.bands) {
+            if (band.kind != BandKind::PageFooter)
+                bottom = std::max(bottom, band.top + band.height);
+        }
+        const double footerTop = page.size.height() - (12 + 6) * PointsPerMm;
+        EXPECT_LE(bottom, footerTop + 0.01) << "nothing runs into the page footer on page " << p;
+    }
+    EXPECT_EQ(details, 200);
+}
+
+TEST_F(RendererTest, AnEmptyWorkTableGivesOnePageWithZeroTotals) {
+    const PageDocument document = renderLayout(0);
+    ASSERT_EQ(document.pages.size(), 1u);
+    EXPECT_TRUE(textsOf(document.pages[0], BandKind::Detail).isEmpty());
+    EXPECT_EQ(textsOf(document.pages[0], BandKind::ReportFooter),
+              QStringList{u"Totale generale|0,00|0,00"_s});
+}
+
+TEST_F(RendererTest, LabelsFlowAcrossThePage) {
+    prepare(
+        7,
+        R"json({"lorvaneLayout": 1, "data": {"workFile": "Prova.mdb", "query": "SELECT * FROM Saldi ORDER BY id"},
+      "page": {"size": "A4", "margins": [10, 10, 10, 10]}, "labels": {"columns": 3, "gap": 5},
+      "detail": {"height": 30, "items": [
+        {"type": "field", "field": "CodiceConto", "x": 2, "y": 2, "w": 50, "h": 6},
+        {"type": "barcode", "field": "id", "x": 2, "y": 10, "w": 50, "h": 15}]}})json");
+    const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+    ASSERT_EQ(document.pages.size(), 1u);
+    const auto& bands = document.pages[0].bands;
+    ASSERT_EQ(bands.size(), 7u);
+    const double width = (190.0 - 2 * 5) / 3 * PointsPerMm;
+    for (size_t i = 0; i < bands.size(); ++i) {
+        const auto& text = std::get<TextItem>(bands[i].items[0]);
+        EXPECT_NEAR(text.rect.left(), (10 + 2) * PointsPerMm + (i % 3) * (width + 5 * PointsPerMm),
+                    0.01)
+            << i;
+        EXPECT_NEAR(bands[i].top, (10 + (i / 3) * 30) * PointsPerMm, 0.01) << i;
+        EXPECT_EQ(std::get<BarcodeItem>(bands[i].items[1]).data, QString::number(i + 1));
+    }
+}
+
+TEST_F(RendererTest, AFieldTheQueryDoesNotReadIsNamed) {
+    QByteArray layout(testing::trialBalanceLayout);
+    layout.replace("\"field\": \"Descrizione\"", "\"field\": \"Nessuno\"");
+    prepare(3, layout);
+    try {
+        render(loadLayout(layoutPath()), RenderInfo{});
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.message().contains(u"Nessuno"_s)) << error.what();
+    }
+}
+
+TEST_F(RendererTest, AMissingWorkFileIsNamed) {
+    prepare(3);
+    QFile::remove(work.filePath(u"Prova.mdb"_s));
+    try {
+        render(loadLayout(layoutPath()), RenderInfo{});
+        FAIL();
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.message().contains(u"Prova.mdb"_s)) << error.what();
+    }
+}
+
+}  // namespace
+}  // namespace lorvane::engine
