@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QStandardPaths>
 #include <QTextStream>
 #include <memory>
 
+#include "host/cli_render.h"
 #include "host/cli_sql.h"
 #include "host/demo/cli_demo_install.h"
 #include "host/demo/demo_data.h"
@@ -25,7 +27,10 @@ constexpr char usage[] =
     "                                            crea l'installazione dimostrativa)\n"
     "     lorvane sql DATABASE \"ISTRUZIONE\"      esegue un'istruzione SQL (dialetto Access)\n"
     "     lorvane demo-install CARTELLA [--venues N] [--months M] [--seed S] [--today gg/mm/aaaa]\n"
-    "                                            scrive un'installazione dimostrativa\n";
+    "                                            scrive un'installazione dimostrativa\n"
+    "     lorvane render LAYOUT [--pdf F] [--doc F] [--xls F] [--png CARTELLA]\n"
+    "                                            stampa un layout sul suo file di lavoro, senza "
+    "finestre\n";
 
 QString defaultInstallation() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
@@ -75,8 +80,12 @@ int main(int argc, char** argv) {
     // The command-line tools run without a display; only the launcher shows windows.
     const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     const bool tool = command == u"sql"_s || command == u"demo-install"_s;
-    std::unique_ptr<QCoreApplication> app(tool ? new QCoreApplication(argc, argv)
-                                               : new QApplication(argc, argv));
+    const bool drawsWithoutWindow = command == u"render"_s;
+    if (drawsWithoutWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::unique_ptr<QCoreApplication> app(tool                 ? new QCoreApplication(argc, argv)
+                                          : drawsWithoutWindow ? new QGuiApplication(argc, argv)
+                                                               : new QApplication(argc, argv));
     QCoreApplication::setApplicationName(u"lorvane"_s);
     QCoreApplication::setOrganizationName(u"lorvane"_s);
     QTextStream out(stdout);
@@ -84,6 +93,7 @@ int main(int argc, char** argv) {
     const QStringList args = QCoreApplication::arguments().mid(1);
     if (command == u"sql"_s) return host::runSqlCommand(args.mid(1), out, err);
     if (command == u"demo-install"_s) return demo::runDemoInstallCommand(args.mid(1), out, err);
+    if (command == u"render"_s) return host::runRenderCommand(args.mid(1), out, err);
     if (command == u"--help"_s || command == u"-h"_s) {
         out << usage;
         return 0;

@@ -44,8 +44,7 @@ class Renderer {
     }
 
     PageDocument run() {
-        newPage();
-        place(layout_.reportHeader, BandKind::ReportHeader, 0);
+        newPage(true);
         const int groups = int(layout_.groups.size());
         bool first = true;
         for (data_.MoveFirst(); !data_.Eof(); data_.MoveNext()) {
@@ -155,12 +154,19 @@ class Renderer {
         place(layout_.groups[size_t(g)].footer, BandKind::GroupFooter, g + 1);
     }
 
-    void newPage() {
+    // Starts a page with its page header; the first page opens with the
+    // report header above it.
+    void newPage(bool first = false) {
         if (!document_.pages.empty()) closePage();
         document_.pages.push_back(Page{pageSize_, {}});
         y_ = top_;
         pageHasBody_ = false;
         labelColumn_ = 0;
+        if (first && !layout_.reportHeader.isEmpty()) {
+            document_.pages.back().bands.push_back(
+                makeBand(layout_.reportHeader, BandKind::ReportHeader, 0, left_, y_));
+            y_ += layout_.reportHeader.heightMm * PointsPerMm;
+        }
         if (!layout_.pageHeader.isEmpty()) {
             document_.pages.back().bands.push_back(
                 makeBand(layout_.pageHeader, BandKind::PageHeader, 0, left_, y_));

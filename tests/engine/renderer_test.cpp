@@ -39,6 +39,9 @@ TEST_F(RendererTest, GroupsSumsAndTotalsAreThoseOfTheRows) {
     ASSERT_EQ(document.pages.size(), 1u);
     const Page& page = document.pages[0];
     EXPECT_EQ(textsOf(page, BandKind::ReportHeader), QStringList{u"Bilancio di verifica"_s});
+    ASSERT_GE(page.bands.size(), 2u);
+    EXPECT_EQ(page.bands[0].kind, BandKind::ReportHeader) << "the report header opens page one";
+    EXPECT_EQ(page.bands[1].kind, BandKind::PageHeader);
     EXPECT_EQ(textsOf(page, BandKind::GroupHeader), (QStringList{u"Mastro|03"_s, u"Mastro|05"_s}));
     EXPECT_EQ(textsOf(page, BandKind::Detail).first(), u"03.001|Conto numero 1|100,25|1,00"_s);
     // 03: rows 1-3, dare 100.25+200.25+300.25; 05: rows 4-6

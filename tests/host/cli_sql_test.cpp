@@ -1,33 +1,19 @@
 // "lorvane sql" as a user runs it, on a file made with the sqlite3 shell.
 #include <gtest/gtest.h>
 
-#include <QProcess>
 #include <QTemporaryDir>
 
+#include "support/process.h"
+
+namespace lorvane {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct ProcessResult {
-    int exitCode;
-    QString out;
-    QString err;
-};
+using testing::ProcessResult;
 
 ProcessResult run(const QString& program, const QStringList& args, const QByteArray& input = {}) {
-    QProcess process;
-    // The tools must work on a machine without a display.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(u"QT_QPA_PLATFORM"_s);
-    environment.remove(u"DISPLAY"_s);
-    environment.remove(u"WAYLAND_DISPLAY"_s);
-    process.setProcessEnvironment(environment);
-    process.start(program, args);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(60000);
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return testing::runProgram(program, args, input);
 }
 
 class LorvaneSql : public ::testing::Test {
@@ -92,3 +78,4 @@ TEST_F(LorvaneSql, FailsWithStatusTwoAndTheErrorText) {
 }
 
 }  // namespace
+}  // namespace lorvane

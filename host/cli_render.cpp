@@ -1,0 +1,78 @@
+#include "host/cli_render.h"
+
+#include <QDir>
+
+#include "engine/grid.h"
+#include "engine/layout.h"
+#include "engine/painter.h"
+#include "engine/pdf_writer.h"
+#include "engine/renderer.h"
+#include "engine/rtf_writer.h"
+#include "engine/xls_writer.h"
+#include "platform/runtime_error.h"
+
+namespace lorvane::host {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double PngDpi = 110;
+
+}  // namespace
+
+int runRenderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+    if (args.isEmpty() || args.size() % 2 == 0) {
+        err << "uso: lorvane render LAYOUT [--pdf FILE] [--doc FILE] [--xls FILE] [--png "
+               "CARTELLA]\n";
+        return 2;
+    }
+    QHash<QString, QString> outputs;
+    for (qsizetype i = 1; i + 1 < args.size(); i += 2) {
+        static const QStringList known = {u"--pdf"_s, u"--doc"_s, u"--xls"_s, u"--png"_s};
+        if (!known.contains(args[i])) {
+            err << "opzione sconosciuta: " << args[i] << '\n';
+            return 2;
+        }
+        outputs.insert(args[i], args[i + 1]);
+    }
+    try {
+        const engine::LayoutSpec layout = engine::loadLayout(args[0]);
+        const engine::PageDocument document =
+            engine::render(layout, engine::RenderInfo{layout.title, {}, {}});
+        if (outputs.contains(u"--pdf"_s)) engine::writePdf(document, outputs[u"--pdf"_s]);
+        if (outputs.contains(u"--doc"_s)) {
+            engine::writeRtf(engine::buildGrid(document, true),
+                             engine::RtfPage{layout.pageMm * engine::PointsPerMm,
+                                             layout.marginLeftMm * engine::PointsPerMm,
+                                             layout.marginTopMm * engine::PointsPerMm,
+                                             layout.marginRightMm * engine::PointsPerMm,
+                                             layout.marginBottomMm * engine::PointsPerMm},
+                             outputs[u"--doc"_s]);
+        }
+        if (outputs.contains(u"--xls"_s)) {
+            engine::writeXls(engine::buildGrid(document, false), outputs[u"--xls"_s],
+                             engine::XlsOptions{});
+        }
+        if (outputs.contains(u"--png"_s)) {
+            const QDir folder(outputs[u"--png"_s]);
+            if (!folder.exists() && !QDir().mkpath(folder.path())) {
+                throw RuntimeError(u"Impossibile creare la cartella '%1'."_s.arg(folder.path()));
+            }
+            for (size_t i = 0; i < document.pages.size(); ++i) {
+                const QString file =
+                    folder.filePath(u"pagina-%1.png"_s.arg(i + 1, 3, 10, QChar(u'0')));
+                if (!engine::pageImage(document.pages[i], PngDpi).save(file)) {
+                    throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(file));
+                }
+            }
+        }
+        out << document.pages.size() << (document.pages.size() == 1 ? " pagina\n" : " pagine\n");
+    } catch (const RuntimeError& error) {
+        err << error.message() << '\n';
+        return 2;
+    }
+    return 0;
+}
+
+}  // namespace lorvane::host
