@@ -33,7 +33,6 @@ double seconds(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-
 // The copy loop of the module: column by name, a Boolean never Null, AddNew and
 // Update per row, UpdateBatch before and after. With `keyed`, a row whose id
 // is already in the target is skipped, looked up with Filter "id=…".

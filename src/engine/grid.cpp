@@ -1,6 +1,7 @@
 #include "engine/grid.h"
 
 #include <algorithm>
+#include <set>
 
 namespace lorvane::engine {
 
@@ -30,23 +31,29 @@ std::vector<Placed> collect(const PageDocument& document, bool everyPage) {
             }
         }
     }
-    std::stable_sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) {
-        if (a.page != b.page) return a.page < b.page;
+    // Pages come in order: sorting page by page keeps the step linear in the
+    // length of the report.
+    const auto byPosition = [](const Placed& a, const Placed& b) {
         if (std::abs(a.item->rect.top() - b.item->rect.top()) > RowTolerancePt) {
             return a.item->rect.top() < b.item->rect.top();
         }
         return a.item->rect.left() < b.item->rect.left();
-    });
+    };
+    for (auto first = placed.begin(); first != placed.end();) {
+        const auto last = std::find_if(
+            first, placed.end(), [&](const Placed& entry) { return entry.page != first->page; });
+        std::stable_sort(first, last, byPosition);
+        first = last;
+    }
     return placed;
 }
 
 // The starts of the columns: every left edge, those within the tolerance of
 // the previous one merged into it.
 std::vector<double> columnStarts(const std::vector<Placed>& placed) {
-    std::vector<double> lefts;
+    std::set<double> lefts;  // few distinct edges, however long the report
     for (const Placed& entry : placed)
-        lefts.push_back(entry.item->rect.left());
-    std::sort(lefts.begin(), lefts.end());
+        lefts.insert(entry.item->rect.left());
     std::vector<double> starts;
     for (const double left : lefts) {
         if (starts.empty() || left - starts.back() > ColumnTolerancePt) starts.push_back(left);

@@ -206,9 +206,16 @@ void appendRow(QByteArray& out, const Grid& grid, const GridRow& row,
     out += "\\row\n";
 }
 
-QByteArray document(const Grid& grid, const RtfPage& page) {
+// Writes the document row by row: the text goes out in pieces, so a long
+// report never sits whole in memory. `flush` receives each piece.
+template <typename Flush>
+void writeDocument(const Grid& grid, const RtfPage& page, Flush flush) {
+    constexpr qsizetype Piece = 1 << 18;  // bytes
     FontTable fonts(grid);
-    QByteArray body;
+    QByteArray out = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1040\\uc1\n{\\fonttbl";
+    out += fonts.entries();
+    out += "}\n";
+    appendPageSetup(out, page);
     auto cell = grid.cells.begin();
     for (int r = 0; r < static_cast<int>(grid.rows.size()); ++r) {
         const GridRow& row = grid.rows[r];
@@ -217,36 +224,35 @@ QByteArray document(const Grid& grid, const RtfPage& page) {
         const auto first = cell;
         while (cell != grid.cells.end() && cell->row == r)
             ++cell;
-        if (row.pageBreakBefore) appendSpacer(body, 1, "\\page");
+        if (row.pageBreakBefore) appendSpacer(out, 1, "\\page");
         if (first == cell) {
-            appendSpacer(body, row.heightPt, "");
+            appendSpacer(out, row.heightPt, "");
         } else {
-            appendRow(body, grid, row, std::span(first, cell), fonts);
+            appendRow(out, grid, row, std::span(first, cell), fonts);
+        }
+        if (out.size() >= Piece) {
+            flush(out);
+            out.clear();
         }
     }
     // A document cannot end inside a table.
-    appendSpacer(body, 1, "");
-
-    QByteArray out = "{\\rtf1\\ansi\\ansicpg1252\\deff0\\deflang1040\\uc1\n{\\fonttbl";
-    out += fonts.entries();
+    appendSpacer(out, 1, "");
     out += "}\n";
-    appendPageSetup(out, page);
-    out += body;
-    out += "}\n";
-    return out;
+    flush(out);
 }
 
 }  // namespace
 
 void writeRtf(const Grid& grid, const RtfPage& page, const QString& path) {
-    const QByteArray content = document(grid, page);
     QSaveFile file(path);
     const auto failure = [&](const QString& what) {
         return RuntimeError(u"Impossibile %1 il documento Word '%2': %3"_s.arg(
             what, QDir::toNativeSeparators(path), file.errorString()));
     };
     if (!file.open(QIODevice::WriteOnly)) throw failure(u"creare"_s);
-    if (file.write(content) != content.size()) throw failure(u"scrivere"_s);
+    writeDocument(grid, page, [&](const QByteArray& piece) {
+        if (file.write(piece) != piece.size()) throw failure(u"scrivere"_s);
+    });
     if (!file.commit()) throw failure(u"completare"_s);
 }
 
