@@ -20,11 +20,11 @@ void replaceFile(const QString& partial, const QString& path) {
     }
 }
 
-void writePdf(const PageDocument& document, const QString& path) {
+void writePdf(const PageDocument& document, const QString& path, bool properties) {
     const QString partial = path + u".part"_s;
     {
         QPdfWriter writer(partial);
-        writer.setTitle(document.title);
+        if (properties) writer.setTitle(document.title);
         writer.setCreator(u"Lorvane Stampe"_s);
         writer.setResolution(1200);
         const auto pageSizeOf = [](const Page& page) {
