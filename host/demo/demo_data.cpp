@@ -10,6 +10,7 @@
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_registry.h"
+#include "host/demo/demo_reports.h"
 #include "host/demo/main_schema.h"
 #include "platform/runtime_error.h"
 
@@ -21,8 +22,9 @@ namespace {
 
 // In the order they are moved into place: the main database last, so that
 // an installation without it is never mistaken for a complete one.
-const char* const kFiles[] = {"Stampe.db", "pers/StampePers.db", "Preferenze.db", "Lorvane.ini",
-                              "Lorvane.db"};
+const char* const kFiles[] = {"Report/Bilancio.mdb", "Report/Bilancio.lrl", "pers/BilancioPers.lrl",
+                              "Stampe.db",           "pers/StampePers.db",  "Preferenze.db",
+                              "Lorvane.ini",         "Lorvane.db"};
 
 void checkOptions(const DemoOptions& options) {
     if (options.venues < 1 || options.venues > 9999) {
@@ -120,6 +122,7 @@ void writeDemoInstallation(const QString& folder, const DemoOptions& options) {
         fillMainDatabase(staging + u"/Lorvane.db"_s, options, lastDay, company);
         writePreferences(staging + u"/Preferenze.db"_s);
         writeSettings(staging + u"/Lorvane.ini"_s, company);
+        writeDemoReports(staging);
         if (!QDir().mkpath(absolute)) {
             throw RuntimeError(u"Impossibile creare la cartella '%1'."_s.arg(absolute));
         }

@@ -44,6 +44,9 @@ class Renderer {
     }
 
     PageDocument run() {
+        // Headers placed before the first line show the first row's values.
+        data_.MoveFirst();
+        if (!data_.Eof()) readRow();
         newPage(true);
         const int groups = int(layout_.groups.size());
         bool first = true;

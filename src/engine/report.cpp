@@ -10,6 +10,7 @@
 #include "engine/rtf_writer.h"
 #include "engine/xls_writer.h"
 #include "platform/runtime_error.h"
+#include "platform/windows_paths.h"
 
 namespace lorvane::engine {
 
@@ -76,7 +77,8 @@ void Report::Export(bool promptUser) {
     }
 }
 
-ReportPtr Application::OpenReport(const QString& path, int openMethod) {
+ReportPtr Application::OpenReport(const QString& windowsPath, int openMethod) {
+    const QString path = platform::toLocalPath(windowsPath);  // the catalogue writes "Report\x.lrl"
     if (!QFileInfo(path).isFile()) {
         throw RuntimeError(u"Impossibile aprire il report '%1': il file non esiste."_s.arg(path));
     }

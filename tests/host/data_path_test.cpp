@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 
 #include "db/database_fixture.h"
+#include "engine/renderer.h"
+#include "engine/report.h"
 #include "entry/configura.h"
 #include "host/demo/demo_data.h"
 #include "host/demo/main_schema.h"
@@ -159,6 +161,43 @@ TEST_F(DataPathTest, TheWorkFileHoldsTheSameFiguresAndTheHostSawEachCall) {
                   u"OpenRecordset(SELECT * FROM NoteTeste WHERE CodCausale = 'INC6')"_s,
                   u"OpenRecordset(SELECT al.* FROM AnagraficaLocali al INNER JOIN NoteTeste nt ON "
                   "nt.CodLocale = al.CodLocale)"_s}));
+}
+
+TEST_F(DataPathTest, TheTrialBalanceHasAStandardAndAPersonalLayoutWithTheirTemplate) {
+    for (const auto& [open, description] :
+         {std::pair{&testing::RecordingHost::OpenRecordSetMenu, u"Bilancio di verifica"_s},
+          std::pair{&testing::RecordingHost::OpenRecordSetPersonalizzazioni,
+                    u"Bilancio di verifica per mastro"_s}}) {
+        const QString catalogue = open == &testing::RecordingHost::OpenRecordSetMenu
+                                      ? u"demo/Stampe.db"_s
+                                      : u"demo/pers/StampePers.db"_s;
+        testing::RecordingHost menu(QString(), u"Dbq="_s + installation->filePath(catalogue));
+        db::RecordsetPtr rows = (menu.*open)(u"SELECT * FROM stampe ORDER BY Ordine"_s);
+        rows->SetFilter(u"codiceStampa='StampaBilancio'"_s);
+        ASSERT_EQ(rows->RecordCount(), 1);
+        EXPECT_EQ(rows->Fields(u"Descrizione"_s).Value().text(), description);
+
+        // The template copied to the work folder is what the layout reads.
+        workdb::ApriTemporaneo(host->percorso + rows->Fields(u"nomeTemporaneo"_s).Value().text());
+        workdb::ConnessioneTemporanea().Execute(
+            u"INSERT INTO Saldi (CodiceConto, Descrizione, dare, avere, saldo) "
+            "VALUES ('03.001', 'Bar Roma', 10.5, 2, 8.5)"_s);
+        workdb::ConnessioneTemporanea().Execute(
+            u"INSERT INTO Parametri (Parametri) VALUES ('Dal 01/01/2025 Al 31/03/2025')"_s);
+        workdb::ConnessioneTemporanea().Close();
+        engine::ReportPtr report = engine::Application().OpenReport(
+            host->percorso + rows->Fields(u"NomeReport"_s).Value().text(), 1);
+        const engine::PageDocument& pages = report->Pages();
+        ASSERT_EQ(pages.pages.size(), 1u);
+        QStringList texts;
+        for (const engine::PlacedBand& band : pages.pages[0].bands) {
+            for (const engine::Primitive& item : band.items) {
+                if (const auto* text = std::get_if<engine::TextItem>(&item)) texts << text->text;
+            }
+        }
+        EXPECT_TRUE(texts.contains(u"Dal 01/01/2025 Al 31/03/2025"_s));
+        EXPECT_EQ(texts.count(u"8,50"_s), 3) << "the line, its group and the report";
+    }
 }
 
 }  // namespace

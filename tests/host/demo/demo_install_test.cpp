@@ -92,7 +92,8 @@ QString* DemoInstallTest::folder_ = nullptr;
 
 TEST_F(DemoInstallTest, WritesTheFiveFilesAndNothingBeside) {
     for (const char* file :
-         {"Lorvane.db", "Stampe.db", "pers/StampePers.db", "Preferenze.db", "Lorvane.ini"}) {
+         {"Lorvane.db", "Stampe.db", "pers/StampePers.db", "Preferenze.db", "Lorvane.ini",
+          "Report/Bilancio.mdb", "Report/Bilancio.lrl", "pers/BilancioPers.lrl"}) {
         EXPECT_TRUE(QFile::exists(*folder_ + u'/' + QString::fromLatin1(file))) << file;
     }
     EXPECT_EQ(QDir(dir_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
@@ -109,7 +110,18 @@ TEST_F(DemoInstallTest, WritesTheFiveFilesAndNothingBeside) {
     EXPECT_EQ(scalar(preferences.get(),
                      "SELECT COUNT(*) FROM viste WHERE Modulo='AnagLocali' AND Predefinita=-1"),
               1);
-    EXPECT_EQ(scalar(openDb(*folder_ + u"/Stampe.db"_s).get(), "SELECT COUNT(*) FROM stampe"), 0);
+    // Each catalogue lists the trial balance, whose files stand where it says.
+    for (const char* catalogue : {"/Stampe.db", "/pers/StampePers.db"}) {
+        Db menu = openDb(*folder_ + QString::fromLatin1(catalogue));
+        EXPECT_EQ(
+            scalar(menu.get(), "SELECT COUNT(*) FROM stampe WHERE codiceStampa='StampaBilancio'"),
+            1);
+        const QString files = dump(menu.get(), "SELECT NomeReport, nomeTemporaneo FROM stampe");
+        for (const QString& file : files.trimmed().split(u'|', Qt::SkipEmptyParts)) {
+            EXPECT_TRUE(QFile::exists(*folder_ + u'/' + QString(file).replace(u'\\', u'/')))
+                << file.toStdString();
+        }
+    }
 }
 
 TEST_F(DemoInstallTest, CollectionTotalsAddUp) {
