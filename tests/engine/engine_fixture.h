@@ -17,7 +17,7 @@ inline QByteArray accountsScript(int rows) {
     QByteArray script =
         "CREATE TABLE Saldi (id INTEGER, CodiceConto TEXT(20), Descrizione TEXT(50), dare "
         "CURRENCY, "
-        "avere CURRENCY, Mastro TEXT(2), Data DATETIME);";
+        "avere CURRENCY, Mastro TEXT(2), Data DATETIME); BEGIN;";
     for (int i = 1; i <= rows; ++i) {
         const QByteArray mastro = i <= rows / 2 ? "03" : "05";
         script += "INSERT INTO Saldi VALUES (" + QByteArray::number(i) + ", '" + mastro + "." +
@@ -26,7 +26,7 @@ inline QByteArray accountsScript(int rows) {
                   ", " + QByteArray::number(i, 'f', 2) + ", '" + mastro +
                   "', '2024-02-29 00:00:00');";
     }
-    return script;
+    return script + "COMMIT;";
 }
 
 constexpr char trialBalanceLayout[] = R"json({
