@@ -2,6 +2,8 @@
 // page numbers, labels across.
 #include "engine/renderer.h"
 
+#include "engine/painter.h"
+
 #include <gtest/gtest.h>
 
 #include "engine_fixture.h"
@@ -135,6 +137,56 @@ TEST_F(RendererTest, AMissingWorkFileIsNamed) {
     } catch (const RuntimeError& error) {
         EXPECT_TRUE(error.message().contains(u"Prova.mdb"_s)) << error.what();
     }
+}
+
+}  // namespace
+}  // namespace lorvane::engine
+
+namespace lorvane::engine {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class DrawnItems : public testing::EngineFixture {};
+
+// Dark pixels and dark-light changes along the middle row of `area`.
+std::pair<int, int> inkAlong(const QImage& image, const QRect& area) {
+    int dark = 0, changes = 0;
+    bool previous = false;
+    for (int x = area.left(); x <= area.right(); ++x) {
+        const bool isDark = qGray(image.pixel(x, area.center().y())) < 128;
+        dark += isDark;
+        changes += x > area.left() && isDark != previous;
+        previous = isDark;
+    }
+    return {dark, changes};
+}
+
+TEST_F(DrawnItems, ImagesAndBarCodesReachThePage) {
+    QImage logo(40, 20, QImage::Format_RGB32);
+    logo.fill(Qt::black);
+    ASSERT_TRUE(logo.save(layouts.filePath(u"logo.png"_s)));
+    prepare(
+        1,
+        R"json({"lorvaneLayout": 1, "data": {"workFile": "Prova.mdb", "query": "SELECT * FROM Saldi"},
+      "page": {"size": "A4", "margins": [10, 10, 10, 10]},
+      "detail": {"height": 40, "items": [
+        {"type": "image", "file": "logo.png", "x": 0, "y": 0, "w": 20, "h": 10},
+        {"type": "barcode", "field": "CodiceConto", "x": 0, "y": 15, "w": 80, "h": 20, "showText": false}]}})json");
+    const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+    const auto& items = document.pages.at(0).bands.at(0).items;
+    EXPECT_EQ(std::get<ImageItem>(items[0]).image.size(), QSize(40, 20));
+
+    const double dpi = 144, k = dpi / 72 * PointsPerMm;
+    const QImage page = pageImage(document.pages[0], dpi);
+    const auto [logoInk, logoChanges] =
+        inkAlong(page, QRect(int(11 * k), int(11 * k), int(18 * k), int(8 * k)));
+    EXPECT_EQ(logoChanges, 0) << "the image is solid";
+    EXPECT_GT(logoInk, 0);
+    const auto [barInk, barChanges] =
+        inkAlong(page, QRect(int(10 * k), int(25 * k), int(80 * k), int(20 * k)));
+    EXPECT_GT(barChanges, 40) << "Code 39 bars and spaces for \"03.001\"";
+    EXPECT_GT(barInk, 0);
 }
 
 }  // namespace

@@ -22,8 +22,8 @@
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
 #include "support/recording_host.h"
-#include "viewer/frm_anteprima.h"
-#include "viewer/report_viewer.h"
+#include "output/frm_anteprima.h"
+#include "engine/report_viewer.h"
 
 namespace lorvane::engine {
 namespace {

@@ -1,4 +1,4 @@
-#include "viewer/report_viewer.h"
+#include "engine/report_viewer.h"
 
 #include <QComboBox>
 #include <QEvent>

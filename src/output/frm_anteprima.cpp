@@ -1,4 +1,4 @@
-#include "viewer/frm_anteprima.h"
+#include "output/frm_anteprima.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "entry/module_values.h"
-#include "viewer/report_viewer.h"
+#include "engine/report_viewer.h"
 
 namespace lorvane::output {
 
