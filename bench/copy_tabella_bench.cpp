@@ -21,10 +21,6 @@ using namespace lorvane::bench;
 using namespace Qt::StringLiterals;
 using Clock = std::chrono::steady_clock;
 
-double seconds(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // Opens the source through the main database's connection and copies it into
 // the work table, as a report's preparation does.
 double copyTabella(const QString& source, const QString& target) {
@@ -39,14 +35,6 @@ double copyTabella(const QString& source, const QString& target) {
     destinazione->Close();
     workdb::ConnessioneTemporanea().Close();
     return seconds(start);
-}
-
-template <typename F>
-double best(int repeat, F run) {
-    double result = 1e9;
-    for (int i = 0; i < repeat; ++i)
-        result = std::min(result, run());
-    return result;
 }
 
 }  // namespace

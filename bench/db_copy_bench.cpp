@@ -29,10 +29,6 @@ using namespace lorvane::bench;
 using namespace Qt::StringLiterals;
 using Clock = std::chrono::steady_clock;
 
-double seconds(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // The copy loop of the module: column by name, a Boolean never Null, AddNew and
 // Update per row, UpdateBatch before and after. With `keyed`, a row whose id
 // is already in the target is skipped, looked up with Filter "id=…".
@@ -71,14 +67,6 @@ double recordsetCopy(Recordset& source, const QString& target, bool keyed, int* 
     return elapsed;
 }
 
-template <typename F>
-double best(int repeat, F run) {
-    double result = 1e9;
-    for (int i = 0; i < repeat; ++i)
-        result = std::min(result, run());
-    return result;
-}
-
 // Bytes of the data as text: every value in SQLite's text form, one separator each.
 qint64 textSize(const QString& path) {
     sqlite3* db = nullptr;
@@ -97,17 +85,6 @@ qint64 textSize(const QString& path) {
     return bytes;
 }
 
-long currentRssKb() {
-    FILE* status = std::fopen("/proc/self/status", "r");
-    char line[256];
-    long kb = 0;
-    while (status && std::fgets(line, sizeof line, status)) {
-        if (std::sscanf(line, "VmRSS: %ld kB", &kb) == 1) break;
-    }
-    if (status) std::fclose(status);
-    return kb;
-}
-
 // Peak memory that opening the recordset adds, measured in a child process so
 // that nothing before it counts.
 long recordsetPeakKb(const QString& source) {
@@ -118,7 +95,7 @@ long recordsetPeakKb(const QString& source) {
         close(pipeFds[0]);
         Connection connection;
         connection.Open(connectionText(source));
-        const long before = currentRssKb();
+        const long before = statusKb("VmRSS");
         RecordsetPtr recordset = connection.OpenRecordset(u"SELECT * FROM T"_s);
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);

@@ -38,9 +38,6 @@ sqlite3* openRaw(const QString& path) {
 }
 
 // Deterministic rows, about a fifth of the cells Null.
-double seconds(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 }  // namespace
 
@@ -156,6 +153,26 @@ QString columnList() {
     for (int i = 1; i < Columns; ++i)
         names << u"C%1"_s.arg(i);
     return names.join(u',');
+}
+
+double seconds(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double timed(const std::function<void()>& work) {
+    const auto start = Clock::now();
+    work();
+    return seconds(start);
+}
+
+long statusKb(const char* key) {
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly)) return -1;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(int(qstrlen(key)) + 1).trimmed().split(' ').front().toLong();
+    }
+    return -1;
 }
 
 }  // namespace lorvane::bench

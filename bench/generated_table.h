@@ -5,6 +5,9 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
+#include <chrono>
+#include <functional>
 
 namespace lorvane::bench {
 
@@ -21,5 +24,20 @@ void makeEmpty(const QString& path);
 // Seconds to copy every row of T from `source` into a new `target` with the raw API.
 double rawCopy(const QString& source, const QString& target);
 QString connectionText(const QString& path);
+
+// Seconds since `start`, and seconds that `work` takes.
+double seconds(std::chrono::steady_clock::time_point start);
+double timed(const std::function<void()>& work);
+
+// The fastest of `repeat` runs, each giving its seconds.
+template <typename Run>
+double best(int repeat, Run run) {
+    double result = 1e9;
+    for (int i = 0; i < repeat; ++i)
+        result = std::min(result, run());
+    return result;
+}
+// A value of /proc/self/status in kB ("VmRSS", "VmHWM"), -1 when unreadable.
+long statusKb(const char* key);
 
 }  // namespace lorvane::bench

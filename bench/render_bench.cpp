@@ -21,10 +21,13 @@
 #include "engine/renderer.h"
 #include "engine/rtf_writer.h"
 #include "engine/xls_writer.h"
+#include "generated_table.h"
 
 namespace {
 
 using namespace lorvane::engine;
+using lorvane::bench::statusKb;
+using lorvane::bench::timed;
 using namespace Qt::StringLiterals;
 using Clock = std::chrono::steady_clock;
 
@@ -81,12 +84,6 @@ void makeWorkFile(const QString& path, int rows) {
     sqlite3_close(db);
 }
 
-double timed(const std::function<void()>& work) {
-    const auto start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 struct Figures {
     double document = 0, pdf = 0, grid = 0, rtf = 0, xls = 0;
     size_t pages = 0;
@@ -111,16 +108,6 @@ Figures measure(const QString& folder, const LayoutSpec& layout, int rows, bool 
         figures.xls = timed([&] { writeXls(sheet, folder + u"/r.xls"_s, XlsOptions{}); });
     }
     return figures;
-}
-
-long statusKb(const char* key) {
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly)) return -1;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith(key))
-            return line.mid(int(qstrlen(key)) + 1).trimmed().split(' ').front().toLong();
-    }
-    return -1;
 }
 
 // The fastest of `runs` runs, figure by figure.

@@ -4,23 +4,21 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include "engine/renderer.h"
 #include "engine_fixture.h"
 #include "platform/runtime_error.h"
+#include "support/process.h"
 
 namespace lorvane::engine {
 namespace {
 
 using namespace Qt::StringLiterals;
 
+// What a reader nobody here wrote prints for the file.
 QString run(const QString& program, const QStringList& args) {
-    QProcess process;
-    process.start(program, args);
-    process.waitForFinished(60000);
-    return QString::fromUtf8(process.readAllStandardOutput());
+    return lorvane::testing::runProgram(program, args).out;
 }
 
 class PdfWriterTest : public testing::EngineFixture {

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QProcess>
 
 #include "engine/engine_fixture.h"
 #include "entry/module_values.h"
 #include "platform/shell.h"
+#include "support/process.h"
 #include "support/recording_host.h"
 
 namespace lorvane::output {
@@ -48,12 +48,6 @@ class ExportTest : public engine::testing::EngineFixture {
         entry::moduleValues().host.reset();
         EngineFixture::TearDown();
     }
-    QString text(const QString& program, const QStringList& args) {
-        QProcess process;
-        process.start(program, args);
-        process.waitForFinished(60000);
-        return QString::fromUtf8(process.readAllStandardOutput());
-    }
 
     std::shared_ptr<testing::RecordingHost> host;
     QString percorso;
@@ -91,8 +85,9 @@ TEST_F(ExportTest, EachRoutineWritesItsFormatWithTitleAndAuthor) {
     EXPECT_TRUE(host->calls.contains(u"User"_s));
     const QStringList pdfs = QDir(percorso + u"export/pdf"_s).entryList({u"*.pdf"_s});
     ASSERT_EQ(pdfs.size(), 1);
-    EXPECT_TRUE(text(u"pdftotext"_s, {percorso + u"export/pdf/"_s + pdfs[0], u"-"_s})
-                    .contains(u"Bilancio di verifica"_s));
+    EXPECT_TRUE(lorvane::testing::runProgram(u"pdftotext"_s,
+                                             {percorso + u"export/pdf/"_s + pdfs[0], u"-"_s})
+                    .out.contains(u"Bilancio di verifica"_s));
 }
 
 TEST_F(ExportTest, TheShellOpensTheFileThroughTheReplaceableOpener) {
