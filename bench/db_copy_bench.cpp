@@ -88,27 +88,10 @@ qint64 textSize(const QString& path) {
 // Peak memory that opening the recordset adds, measured in a child process so
 // that nothing before it counts.
 long recordsetPeakKb(const QString& source) {
-    int pipeFds[2];
-    if (pipe(pipeFds) != 0) return -1;
-    const pid_t child = fork();
-    if (child == 0) {
-        close(pipeFds[0]);
-        Connection connection;
-        connection.Open(connectionText(source));
-        const long before = statusKb("VmRSS");
-        RecordsetPtr recordset = connection.OpenRecordset(u"SELECT * FROM T"_s);
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        const long peak = usage.ru_maxrss - before;
-        if (write(pipeFds[1], &peak, sizeof peak) != sizeof peak) _exit(1);
-        _exit(recordset->RecordCount() > 0 ? 0 : 1);
-    }
-    close(pipeFds[1]);
-    long peak = -1;
-    if (read(pipeFds[0], &peak, sizeof peak) != sizeof peak) peak = -1;
-    close(pipeFds[0]);
-    waitpid(child, nullptr, 0);
-    return peak;
+    Connection connection;
+    RecordsetPtr recordset;
+    return childPeakKb([&] { connection.Open(connectionText(source)); },
+                       [&] { recordset = connection.OpenRecordset(u"SELECT * FROM T"_s); });
 }
 
 }  // namespace

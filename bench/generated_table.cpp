@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
 #include <QFile>
 #include <QStringList>
 #include <chrono>
@@ -173,6 +175,29 @@ long statusKb(const char* key) {
             return line.mid(int(qstrlen(key)) + 1).trimmed().split(' ').front().toLong();
     }
     return -1;
+}
+
+long childPeakKb(const std::function<void()>& prepare, const std::function<void()>& work) {
+    int pipeFds[2];
+    if (pipe(pipeFds) != 0) return -1;
+    const pid_t child = fork();
+    if (child == 0) {
+        close(pipeFds[0]);
+        prepare();
+        QFile clear(u"/proc/self/clear_refs"_s);  // "5" resets the peak to what is resident now
+        if (clear.open(QIODevice::WriteOnly)) clear.write("5");
+        clear.close();
+        const long before = statusKb("VmRSS");
+        work();
+        const long peak = statusKb("VmHWM") - before;
+        _exit(write(pipeFds[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
+    }
+    close(pipeFds[1]);
+    long peak = -1;
+    if (read(pipeFds[0], &peak, sizeof peak) != sizeof peak) peak = -1;
+    close(pipeFds[0]);
+    waitpid(child, nullptr, 0);
+    return peak;
 }
 
 }  // namespace lorvane::bench

@@ -40,4 +40,9 @@ double best(int repeat, Run run) {
 // A value of /proc/self/status in kB ("VmRSS", "VmHWM"), -1 when unreadable.
 long statusKb(const char* key);
 
+// The peak memory in kB that `work` adds, measured in a child process whose
+// peak is reset first, so that nothing the parent did counts; -1 on failure.
+// `prepare` runs in the child before the measure starts.
+long childPeakKb(const std::function<void()>& prepare, const std::function<void()>& work);
+
 }  // namespace lorvane::bench

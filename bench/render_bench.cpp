@@ -26,7 +26,6 @@
 namespace {
 
 using namespace lorvane::engine;
-using lorvane::bench::statusKb;
 using lorvane::bench::timed;
 using namespace Qt::StringLiterals;
 using Clock = std::chrono::steady_clock;
@@ -127,26 +126,8 @@ Figures best(int runs, const std::function<Figures()>& run) {
 // Peak memory that rendering `rows` rows adds, measured in a child process.
 long documentPeakKb(const QString& folder, const LayoutSpec& layout, int rows) {
     makeWorkFile(folder + u"/Movimenti.mdb"_s, rows);
-    int pipeFds[2];
-    if (pipe(pipeFds) != 0) return -1;
-    const pid_t child = fork();
-    if (child == 0) {
-        // A forked child starts with its parent's peak: reset it, then read it.
-        QFile clear(u"/proc/self/clear_refs"_s);
-        if (clear.open(QIODevice::WriteOnly)) clear.write("5");
-        clear.close();
-        const long before = statusKb("VmRSS");
-        const PageDocument document = render(layout, RenderInfo{});
-        const long peak = statusKb("VmHWM") - before;
-        if (write(pipeFds[1], &peak, sizeof peak) != sizeof peak) _exit(1);
-        _exit(document.pages.empty() ? 1 : 0);
-    }
-    close(pipeFds[1]);
-    long peak = -1;
-    if (read(pipeFds[0], &peak, sizeof peak) != sizeof peak) peak = -1;
-    close(pipeFds[0]);
-    waitpid(child, nullptr, 0);
-    return peak;
+    PageDocument document;
+    return lorvane::bench::childPeakKb([] {}, [&] { document = render(layout, RenderInfo{}); });
 }
 
 }  // namespace
