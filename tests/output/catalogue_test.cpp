@@ -50,48 +50,6 @@ INSERT INTO stampe VALUES (8, 'StampaCassa', 'Cassa del cliente',
 
 constexpr char CatalogueSql[] = "SELECT * FROM stampe ORDER BY Ordine";
 
-// The recording host, with the personalised catalogue read from a file of its
-// own so that the two catalogues can differ.
-class CatalogueHost final : public entry::HostApplication {
-  public:
-    CatalogueHost(const QString& menu, const QString& pers)
-        : recorder(QString(), menu), persText_(pers) {}
-
-    testing::RecordingHost recorder;
-
-    bool ChiudiFinestre() override { return recorder.ChiudiFinestre(); }
-    void Execute(const QString& sql) override { recorder.Execute(sql); }
-    QString LeggiSettaggio(const QString& sezione, const QString& chiave,
-                           const QString& predefinito) override {
-        return recorder.LeggiSettaggio(sezione, chiave, predefinito);
-    }
-    QString NomeDitta() override { return recorder.NomeDitta(); }
-    db::RecordsetPtr OpenRecordset(const QString& sql) override {
-        return recorder.OpenRecordset(sql);
-    }
-    db::RecordsetPtr OpenRecordSetMenu(const QString& sql) override {
-        return recorder.OpenRecordSetMenu(sql);
-    }
-    db::RecordsetPtr OpenRecordSetPersonalizzazioni(const QString& sql) override {
-        recorder.calls << u"OpenRecordSetPersonalizzazioni(%1)"_s.arg(sql);
-        if (!pers_.IsOpen()) pers_.Open(persText_);
-        return pers_.OpenRecordset(sql);
-    }
-    db::RecordsetPtr OpenRecordSetPreferenze(const QString& sql) override {
-        return recorder.OpenRecordSetPreferenze(sql);
-    }
-    QString Percorso() override { return recorder.Percorso(); }
-    bool Personalizzazione() override { return recorder.Personalizzazione(); }
-    void SalvaSettaggio(const QString& sezione, const QString& chiave, QString& valore) override {
-        recorder.SalvaSettaggio(sezione, chiave, valore);
-    }
-    QString User() override { return recorder.User(); }
-
-  private:
-    QString persText_;
-    db::Connection pers_;
-};
-
 // The catalogue controls of one filter screen.
 struct Schermo {
     Schermo() {
@@ -147,13 +105,13 @@ class CatalogueTest : public ::testing::Test {
         return schermo;
     }
 
-    testing::RecordingHost& recorder() { return host->recorder; }
+    testing::RecordingHost& recorder() { return *host; }
     QString percorso(const QString& below) const { return u"/installazione/"_s + below; }
 
     db::testing::DatabaseFile menu{MenuScript};
     db::testing::DatabaseFile pers{PersScript};
-    std::shared_ptr<CatalogueHost> host =
-        std::make_shared<CatalogueHost>(menu.connectionText(), pers.connectionText());
+    std::shared_ptr<testing::RecordingHost> host = std::make_shared<testing::RecordingHost>(
+        QString(), menu.connectionText(), pers.connectionText());
     std::vector<platform::Message> messages;
 };
 

@@ -15,9 +15,14 @@ namespace lorvane::testing {
 class RecordingHost final : public entry::HostApplication {
   public:
     // Each database is a connection text, or "" when the test does not need it.
+    // Each database is a connection text, or "" when the test does not need
+    // it; the personalised catalogue is the standard one unless given.
     explicit RecordingHost(const QString& mainDatabase = QString(),
-                           const QString& catalogue = QString())
-        : mainText_(mainDatabase), catalogueText_(catalogue) {}
+                           const QString& catalogue = QString(),
+                           const QString& personalCatalogue = QString())
+        : mainText_(mainDatabase),
+          catalogueText_(catalogue),
+          personalCatalogueText_(personalCatalogue.isEmpty() ? catalogue : personalCatalogue) {}
 
     // "Member(arg, arg)" for every call, in order.
     QStringList calls;
@@ -56,7 +61,7 @@ class RecordingHost final : public entry::HostApplication {
     }
     db::RecordsetPtr OpenRecordSetPersonalizzazioni(const QString& sql) override {
         calls << QStringLiteral("OpenRecordSetPersonalizzazioni(%1)").arg(sql);
-        return open(catalogue_, catalogueText_).OpenRecordset(sql);
+        return open(personalCatalogue_, personalCatalogueText_).OpenRecordset(sql);
     }
     db::RecordsetPtr OpenRecordSetPreferenze(const QString& sql) override {
         calls << QStringLiteral("OpenRecordSetPreferenze(%1)").arg(sql);
@@ -88,8 +93,10 @@ class RecordingHost final : public entry::HostApplication {
 
     QString mainText_;
     QString catalogueText_;
+    QString personalCatalogueText_;
     db::Connection main_;
     db::Connection catalogue_;
+    db::Connection personalCatalogue_;
 };
 
 }  // namespace lorvane::testing
