@@ -2,13 +2,8 @@
 
 #include <QDir>
 
-#include "engine/grid.h"
-#include "engine/layout.h"
 #include "engine/painter.h"
-#include "engine/pdf_writer.h"
-#include "engine/renderer.h"
-#include "engine/rtf_writer.h"
-#include "engine/xls_writer.h"
+#include "engine/report.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::host {
@@ -37,22 +32,21 @@ int runRenderCommand(const QStringList& args, QTextStream& out, QTextStream& err
         outputs.insert(args[i], args[i + 1]);
     }
     try {
-        const engine::LayoutSpec layout = engine::loadLayout(args[0]);
-        const engine::PageDocument document =
-            engine::render(layout, engine::RenderInfo{layout.title, {}, {}});
-        if (outputs.contains(u"--pdf"_s)) engine::writePdf(document, outputs[u"--pdf"_s]);
-        if (outputs.contains(u"--doc"_s)) {
-            engine::writeRtf(engine::buildGrid(document, true),
-                             engine::RtfPage{layout.pageMm * engine::PointsPerMm,
-                                             layout.marginLeftMm * engine::PointsPerMm,
-                                             layout.marginTopMm * engine::PointsPerMm,
-                                             layout.marginRightMm * engine::PointsPerMm,
-                                             layout.marginBottomMm * engine::PointsPerMm},
-                             outputs[u"--doc"_s]);
-        }
-        if (outputs.contains(u"--xls"_s)) {
-            engine::writeXls(engine::buildGrid(document, false), outputs[u"--xls"_s],
-                             engine::XlsOptions{});
+        engine::ReportPtr report =
+            engine::Application().OpenReport(args[0], engine::Application::OpenThroughCopy);
+        const engine::PageDocument& document =
+            report->Pages();  // rendered once, kept for every output
+        const std::pair<const char*, int> formats[] = {{"--pdf", engine::ExportFormat::Pdf},
+                                                       {"--doc", engine::ExportFormat::Word},
+                                                       {"--xls", engine::ExportFormat::Excel}};
+        for (const auto& [option, format] : formats) {
+            if (!outputs.contains(QLatin1String(option))) continue;
+            engine::ExportOptions& options = report->GetExportOptions();
+            options.DestinationType = engine::ExportDestination::Disk;
+            options.DiskFileName = outputs[QLatin1String(option)];
+            options.FormatType = format;
+            options.KeepDisplayFormats = true;
+            report->Export(false);
         }
         if (outputs.contains(u"--png"_s)) {
             const QDir folder(outputs[u"--png"_s]);

@@ -118,22 +118,27 @@ void appendNumber(QByteArray& out, const char* word, int value) {
     out += QByteArray::number(value);
 }
 
+// Paper and margins, for the document and again for its one section, as
+// word processors read one or the other.
 void appendPageSetup(QByteArray& out, const RtfPage& page) {
+    struct Setting {
+        const char* document;
+        const char* section;
+        double points;
+    };
+    const Setting settings[] = {{"\\paperw", "\\pgwsxn", page.sizePt.width()},
+                                {"\\paperh", "\\pghsxn", page.sizePt.height()},
+                                {"\\margl", "\\marglsxn", page.marginLeftPt},
+                                {"\\margr", "\\margrsxn", page.marginRightPt},
+                                {"\\margt", "\\margtsxn", page.marginTopPt},
+                                {"\\margb", "\\margbsxn", page.marginBottomPt}};
     const bool landscape = page.sizePt.width() > page.sizePt.height();
-    appendNumber(out, "\\paperw", twips(page.sizePt.width()));
-    appendNumber(out, "\\paperh", twips(page.sizePt.height()));
-    appendNumber(out, "\\margl", twips(page.marginLeftPt));
-    appendNumber(out, "\\margr", twips(page.marginRightPt));
-    appendNumber(out, "\\margt", twips(page.marginTopPt));
-    appendNumber(out, "\\margb", twips(page.marginBottomPt));
+    for (const Setting& setting : settings)
+        appendNumber(out, setting.document, twips(setting.points));
     if (landscape) out += "\\landscape";
     out += "\n\\sectd";
-    appendNumber(out, "\\pgwsxn", twips(page.sizePt.width()));
-    appendNumber(out, "\\pghsxn", twips(page.sizePt.height()));
-    appendNumber(out, "\\marglsxn", twips(page.marginLeftPt));
-    appendNumber(out, "\\margrsxn", twips(page.marginRightPt));
-    appendNumber(out, "\\margtsxn", twips(page.marginTopPt));
-    appendNumber(out, "\\margbsxn", twips(page.marginBottomPt));
+    for (const Setting& setting : settings)
+        appendNumber(out, setting.section, twips(setting.points));
     if (landscape) out += "\\lndscpsxn";
     out += '\n';
 }

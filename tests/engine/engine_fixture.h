@@ -9,6 +9,7 @@
 
 #include "db/database_fixture.h"
 #include "engine/layout.h"
+#include "engine/renderer.h"
 
 namespace lorvane::engine::testing {
 
@@ -76,6 +77,14 @@ class EngineFixture : public ::testing::Test {
         out.write(layout);
     }
     void TearDown() override { qunsetenv("LORVANE_TEMP1"); }
+
+    // The trial balance over `rows` accounts, rendered as a run titles it.
+    PageDocument renderTrialBalance(int rows) {
+        prepare(rows);
+        return render(loadLayout(layoutPath()),
+                      RenderInfo{QStringLiteral("Bilancio di verifica"), QStringLiteral("mario"),
+                                 QDate(2024, 3, 1)});
+    }
     QString layoutPath() const { return layouts.filePath(QStringLiteral("prova.lrl")); }
 
     QTemporaryDir work;

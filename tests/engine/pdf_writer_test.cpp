@@ -16,26 +16,16 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// What a reader nobody here wrote prints for the file.
-QString run(const QString& program, const QStringList& args) {
-    return lorvane::testing::runProgram(program, args).out;
-}
+using lorvane::testing::readerOutput;
 
-class PdfWriterTest : public testing::EngineFixture {
-  protected:
-    PageDocument report(int rows) {
-        prepare(rows);
-        return render(loadLayout(layoutPath()),
-                      RenderInfo{u"Bilancio di verifica"_s, u"mario"_s, QDate(2024, 3, 1)});
-    }
-};
+class PdfWriterTest : public testing::EngineFixture {};
 
 TEST_F(PdfWriterTest, ReadersFindTheTitleThePagesAndEveryAmount) {
-    const PageDocument document = report(120);
+    const PageDocument document = renderTrialBalance(120);
     const QString pdf = layouts.filePath(u"bilancio.pdf"_s);
     writePdf(document, pdf);
     EXPECT_FALSE(QFile::exists(pdf + u".part"_s));
-    const QString text = run(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    const QString text = readerOutput(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
     EXPECT_TRUE(text.contains(u"Bilancio di verifica"_s)) << text.left(800).toStdString();
     EXPECT_TRUE(text.contains(u"Pagina 1 di %1"_s.arg(document.pages.size())));
     for (int i = 1; i <= 120; ++i) {
@@ -45,11 +35,11 @@ TEST_F(PdfWriterTest, ReadersFindTheTitleThePagesAndEveryAmount) {
     }
     EXPECT_TRUE(text.contains(u"Totale generale"_s));
     EXPECT_TRUE(text.contains(u"726.030,00"_s)) << "the grand total of dare";
-    const QString info = run(u"pdfinfo"_s, {pdf});
+    const QString info = readerOutput(u"pdfinfo"_s, {pdf});
     EXPECT_TRUE(info.contains(QRegularExpression(u"Pages:\\s+%1\\b"_s.arg(document.pages.size()))))
         << info.toStdString();
     EXPECT_TRUE(info.contains(u"Bilancio di verifica"_s)) << "the title is the document's title";
-    const QString fonts = run(u"pdffonts"_s, {pdf});
+    const QString fonts = readerOutput(u"pdffonts"_s, {pdf});
     EXPECT_TRUE(fonts.contains(u"Liberation"_s)) << fonts.toStdString();
     for (const QString& line :
          fonts.split(u'\n').mid(2)) {  // name, type, encoding, emb, sub, uni, object, id
@@ -61,7 +51,7 @@ TEST_F(PdfWriterTest, ReadersFindTheTitleThePagesAndEveryAmount) {
 }
 
 TEST_F(PdfWriterTest, AFailedWriteLeavesTheOldFileAndNoHalfFile) {
-    const PageDocument document = report(3);
+    const PageDocument document = renderTrialBalance(3);
     EXPECT_THROW(writePdf(document, layouts.filePath(u"manca/bilancio.pdf"_s)), RuntimeError);
     EXPECT_FALSE(QFile::exists(layouts.filePath(u"manca"_s)));
 

@@ -27,17 +27,10 @@ QStringList textsOf(const Page& page, BandKind kind) {
     return texts;
 }
 
-class RendererTest : public testing::EngineFixture {
-  protected:
-    PageDocument renderLayout(int rows) {
-        prepare(rows);
-        return render(loadLayout(layoutPath()),
-                      RenderInfo{u"Bilancio di verifica"_s, u"mario"_s, QDate(2024, 3, 1)});
-    }
-};
+class RendererTest : public testing::EngineFixture {};
 
 TEST_F(RendererTest, GroupsSumsAndTotalsAreThoseOfTheRows) {
-    const PageDocument document = renderLayout(6);
+    const PageDocument document = renderTrialBalance(6);
     ASSERT_EQ(document.pages.size(), 1u);
     const Page& page = document.pages[0];
     EXPECT_EQ(textsOf(page, BandKind::ReportHeader), QStringList{u"Bilancio di verifica"_s});
@@ -59,7 +52,7 @@ TEST_F(RendererTest, GroupsSumsAndTotalsAreThoseOfTheRows) {
 }
 
 TEST_F(RendererTest, LongReportsBreakPagesAndKeepGroupHeadersWithTheirLines) {
-    const PageDocument document = renderLayout(200);
+    const PageDocument document = renderTrialBalance(200);
     ASSERT_GT(document.pages.size(), 3u);
     int details = 0;
     for (size_t p = 0; p < document.pages.size(); ++p) {
@@ -86,7 +79,7 @@ TEST_F(RendererTest, LongReportsBreakPagesAndKeepGroupHeadersWithTheirLines) {
 }
 
 TEST_F(RendererTest, AnEmptyWorkTableGivesOnePageWithZeroTotals) {
-    const PageDocument document = renderLayout(0);
+    const PageDocument document = renderTrialBalance(0);
     ASSERT_EQ(document.pages.size(), 1u);
     EXPECT_TRUE(textsOf(document.pages[0], BandKind::Detail).isEmpty());
     EXPECT_EQ(textsOf(document.pages[0], BandKind::ReportFooter),

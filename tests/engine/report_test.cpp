@@ -13,10 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// What a reader nobody here wrote prints for the file.
-QString run(const QString& program, const QStringList& args) {
-    return lorvane::testing::runProgram(program, args).out;
-}
+using lorvane::testing::readerOutput;
 
 class ReportTest : public testing::EngineFixture {
   protected:
@@ -68,18 +65,18 @@ TEST_F(ReportTest, ExportsEachFormatWithTitleAndProperties) {
     exportTo(*report, ExportFormat::Pdf, layouts.filePath(u"b.pdf"_s));
     exportTo(*report, ExportFormat::Word, layouts.filePath(u"b.doc"_s));
     exportTo(*report, ExportFormat::Excel, layouts.filePath(u"b.xls"_s));
-    EXPECT_TRUE(
-        run(u"pdfinfo"_s, {layouts.filePath(u"b.pdf"_s)}).contains(u"Bilancio di verifica"_s));
-    EXPECT_TRUE(
-        run(u"pdftotext"_s, {layouts.filePath(u"b.pdf"_s), u"-"_s}).contains(u"Totale generale"_s));
-    EXPECT_TRUE(run(u"unrtf"_s, {u"--text"_s, layouts.filePath(u"b.doc"_s)})
+    EXPECT_TRUE(readerOutput(u"pdfinfo"_s, {layouts.filePath(u"b.pdf"_s)})
+                    .contains(u"Bilancio di verifica"_s));
+    EXPECT_TRUE(readerOutput(u"pdftotext"_s, {layouts.filePath(u"b.pdf"_s), u"-"_s})
+                    .contains(u"Totale generale"_s));
+    EXPECT_TRUE(readerOutput(u"unrtf"_s, {u"--text"_s, layouts.filePath(u"b.doc"_s)})
                     .contains(u"Conto numero 30"_s));
     const QString sheet =
-        run(u"/usr/bin/python3"_s,
-            {u"-c"_s,
-             u"import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
-             "print(s.name); print(s.cell_value(0, 0))"_s,
-             layouts.filePath(u"b.xls"_s)});
+        readerOutput(u"/usr/bin/python3"_s,
+                     {u"-c"_s,
+                      u"import sys, xlrd\ns = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+                      "print(s.name); print(s.cell_value(0, 0))"_s,
+                      layouts.filePath(u"b.xls"_s)});
     EXPECT_EQ(sheet, u"Bilancio di verifica\nConto\n"_s) << "named after the title, headings first";
 }
 

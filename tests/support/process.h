@@ -34,4 +34,9 @@ inline ProcessResult runProgram(const QString& program, const QStringList& args,
             QString::fromUtf8(process.readAllStandardError())};
 }
 
+// What a reader nobody here wrote (pdftotext, unrtf...) prints for a file.
+inline QString readerOutput(const QString& program, const QStringList& args) {
+    return runProgram(program, args).out;
+}
+
 }  // namespace lorvane::testing
