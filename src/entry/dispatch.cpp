@@ -1,6 +1,9 @@
 #include "entry/dispatch.h"
 
+#include <memory>
+
 #include "reports/accounting/accounting_screens.h"
+#include "reports/accounting/frm_stampa_bilancio.h"
 #include "reports/collection/collection_screens.h"
 #include "reports/documents/document_screens.h"
 
@@ -8,9 +11,12 @@ namespace lorvane::entry {
 
 namespace {
 
+// A new screen, loaded; one that fails to load is not left behind.
 template <typename Screen>
 QWidget* make() {
-    return new Screen();
+    auto screen = std::make_unique<Screen>();
+    screen->load();
+    return screen.release();
 }
 
 }  // namespace

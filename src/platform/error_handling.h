@@ -1,5 +1,5 @@
-// The two ways the legacy handlers treat a run-time failure: show its text and
-// go on with the next statement, or show it and leave the routine.
+// The ways the legacy handlers treat a run-time failure: show its text and go
+// on with the next statement, show it and leave the routine, or pass it over.
 #pragma once
 
 #include "platform/message_box.h"
@@ -29,6 +29,16 @@ bool showErrorAndLeave(Routine&& routine, int buttons = MsgBoxStyle::OkOnly) {
     } catch (const RuntimeError& error) {
         MsgBox(error.message(), buttons);
         return false;
+    }
+}
+
+// Runs one statement of a routine that ignores its errors: a failure is
+// passed over in silence and the caller goes on.
+template <typename Statement>
+void ignoreErrors(Statement&& statement) {
+    try {
+        statement();
+    } catch (const RuntimeError&) {
     }
 }
 

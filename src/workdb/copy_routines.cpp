@@ -100,6 +100,7 @@ void RiempiCombo(db::Recordset& origine, const db::Variant& campo, QComboBox* co
     combo->clear();
     for (; !origine.Eof(); origine.MoveNext())
         combo->addItem(fieldOf(origine, campo).Value().toString());
+    combo->setCurrentIndex(-1);  // a list filled anew has nothing chosen
 }
 
 }  // namespace lorvane::workdb

@@ -9,6 +9,7 @@
 
 #include "platform/windows.h"
 #include "screens/filter_screen.h"
+#include "support/screen_fixture.h"
 
 namespace lorvane::entry {
 namespace {
@@ -26,14 +27,17 @@ std::vector<screens::FilterScreen*> openScreens() {
     return screens;
 }
 
-class ConfiguraTest : public ::testing::Test {
+// Screens load through the host: the demo installation's serves them.
+class ConfiguraTest : public testing::ScreenTest {
   protected:
-    void SetUp() override { moduleValues() = ModuleValues{}; }
+    void SetUp() override {
+        moduleValues() = ModuleValues{};
+        ScreenTest::SetUp();
+    }
     void TearDown() override {
-        platform::setModalHandler(nullptr);
         for (screens::FilterScreen* screen : openScreens())
             screen->close();
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ScreenTest::TearDown();
     }
     Configura configura;
 };

@@ -1,4 +1,5 @@
-// The screens of the accounting reports: cash, registers and ledgers.
+// The screens of the accounting reports: cash, registers and ledgers. The
+// trial balance has a unit of its own (frm_stampa_bilancio).
 #pragma once
 
 #include "screens/filter_screen.h"
@@ -7,33 +8,27 @@ namespace lorvane::reports {
 
 class FrmStampaCassa final : public screens::FilterScreen {
   public:
-    FrmStampaCassa() : FilterScreen(QStringLiteral("Stampa cassa per periodo")) {}
+    FrmStampaCassa();
 };
 
 class FrmStampaRegistro final : public screens::FilterScreen {
   public:
-    FrmStampaRegistro() : FilterScreen(QStringLiteral("Stampa registro corrispettivi")) {}
+    FrmStampaRegistro();
 };
 
 class frmStampaRegistro2 final : public screens::FilterScreen {
   public:
-    frmStampaRegistro2()
-        : FilterScreen(QStringLiteral("Stampa registro corrispettivi con Comodato")) {}
-};
-
-class FrmStampaBilancio final : public screens::FilterScreen {
-  public:
-    FrmStampaBilancio() : FilterScreen(QStringLiteral("Stampa Bilancio di Verifica")) {}
+    frmStampaRegistro2();
 };
 
 class FrmStampaSchedaLocale final : public screens::FilterScreen {
   public:
-    FrmStampaSchedaLocale() : FilterScreen(QStringLiteral("Stampa scheda Cliente")) {}
+    FrmStampaSchedaLocale();
 };
 
 class FrmStampaSchedaContab final : public screens::FilterScreen {
   public:
-    FrmStampaSchedaContab() : FilterScreen(QStringLiteral("Stampa scheda Contabile")) {}
+    FrmStampaSchedaContab();
 };
 
 }  // namespace lorvane::reports

@@ -1,55 +1,49 @@
 // The screens of the collection reports: what the machines took in and hold.
 #pragma once
 
-#include "entry/module_values.h"
 #include "screens/filter_screen.h"
 
 namespace lorvane::reports {
 
 class FrmStampaIntrodotto final : public screens::FilterScreen {
   public:
-    FrmStampaIntrodotto() : FilterScreen(QStringLiteral("Stampa Introdotto per periodo")) {}
+    FrmStampaIntrodotto();
 };
 
 class FrmStampaIntrodottoDistinta final : public screens::FilterScreen {
   public:
-    FrmStampaIntrodottoDistinta() : FilterScreen(QStringLiteral("Stampa introdotto su distinte")) {}
+    FrmStampaIntrodottoDistinta();
 };
 
 class FrmPercPagamentoG final : public screens::FilterScreen {
   public:
-    FrmPercPagamentoG() : FilterScreen(QStringLiteral("Stampa percentuali di pagamento Globali")) {}
+    FrmPercPagamentoG();
 };
 
 class FrmPercPagamentoP final : public screens::FilterScreen {
   public:
-    FrmPercPagamentoP()
-        : FilterScreen(QStringLiteral("Stampa percentuali di pagamento Parziali")) {}
+    FrmPercPagamentoP();
 };
 
 class FrmStampaHopper final : public screens::FilterScreen {
   public:
-    FrmStampaHopper() : FilterScreen(QStringLiteral("Stampa situazione hopper")) {}
+    FrmStampaHopper();
 };
 
 class FrmStampaCambiamonete final : public screens::FilterScreen {
   public:
-    FrmStampaCambiamonete() : FilterScreen(QStringLiteral("Stampa situazione cambiamonete")) {}
+    FrmStampaCambiamonete();
+};
+
+// One screen for two reports: its title follows the module's report code.
+class FrmStampaAccontiRefill final : public screens::FilterScreen {
+  public:
+    FrmStampaAccontiRefill();
 };
 
 class FrmStampaDifferenzaPreu final : public screens::FilterScreen {
   public:
-    FrmStampaDifferenzaPreu() : FilterScreen(QStringLiteral("Stampa Differenza Preu")) {}
-};
-
-// One screen for two codes: "Acconti" (advances) and "Refill".
-class FrmStampaAccontiRefill final : public screens::FilterScreen {
-  public:
-    FrmStampaAccontiRefill()
-        : FilterScreen(entry::moduleValues().codiceStampa.compare(QLatin1String("Acconti"),
-                                                                  Qt::CaseInsensitive) == 0
-                           ? QStringLiteral("Stampa Acconti")
-                           : QStringLiteral("Stampa Refill")) {}
+    FrmStampaDifferenzaPreu();
 };
 
 }  // namespace lorvane::reports

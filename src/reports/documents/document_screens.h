@@ -1,4 +1,5 @@
-// The screens of the documents for the venue and the labels for the stock.
+// The screens of the documents and labels: papers for the venue and stickers
+// for the stock.
 #pragma once
 
 #include "screens/filter_screen.h"
@@ -7,27 +8,27 @@ namespace lorvane::reports {
 
 class FrmSommeConsegnate final : public screens::FilterScreen {
   public:
-    FrmSommeConsegnate() : FilterScreen(QStringLiteral("Stampa somme consegnate al locale")) {}
+    FrmSommeConsegnate();
 };
 
 class FrmStampaQuietanza final : public screens::FilterScreen {
   public:
-    FrmStampaQuietanza() : FilterScreen(QStringLiteral("Stampa Quietanza")) {}
+    FrmStampaQuietanza();
 };
 
 class FrmStampaAttoQuietanza final : public screens::FilterScreen {
   public:
-    FrmStampaAttoQuietanza() : FilterScreen(QStringLiteral("Stampa Atti di Quietanza")) {}
+    FrmStampaAttoQuietanza();
 };
 
 class FrmStampaEtichette final : public screens::FilterScreen {
   public:
-    FrmStampaEtichette() : FilterScreen(QStringLiteral("Stampa Etichette")) {}
+    FrmStampaEtichette();
 };
 
 class FrmStampaEtichetteMobili final : public screens::FilterScreen {
   public:
-    FrmStampaEtichetteMobili() : FilterScreen(QStringLiteral("Stampa Etichette")) {}
+    FrmStampaEtichetteMobili();
 };
 
 }  // namespace lorvane::reports

@@ -1,0 +1,29 @@
+// The criteria of the frame's controls as they stand at the moment of a run:
+// a plain value from which the SQL of a report is built, with no widget in sight.
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+namespace lorvane::screens {
+
+// A text is "" when its control is empty or has no selection.
+struct FrameCriteria {
+    QString azienda;  // CmbAzienda
+    QDate dallaData;  // txtDallaData
+    QDate allaData;   // txtAllaData
+    QString concessionario2;
+    QString numeroTerminale;
+    QString nomeLocale;  // TxtNomeLocale, txtLocalita, txtProvincia as typed
+    QString localita;
+    QString provincia;
+    QString agente;  // ComboAgente, cmbConcessionario, CmbZona
+    QString concessionario;
+    QString zona;
+    bool sospesi = false;  // chkSospesi: suspended venues too
+    bool tutti = true;     // ChkTutti: every venue, the tree unread
+    QStringList causali;   // the codes ticked in ListCausali, in list order
+};
+
+}  // namespace lorvane::screens
