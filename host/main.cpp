@@ -4,17 +4,18 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QStandardPaths>
 #include <QTextStream>
 #include <memory>
 
 #include "host/cli_render.h"
+#include "host/cli_run.h"
 #include "host/cli_sql.h"
+#include "host/components.h"
 #include "host/demo/cli_demo_install.h"
 #include "host/demo/demo_data.h"
 #include "host/launcher_window.h"
-#include "platform/component_registry.h"
 #include "platform/message_box.h"
+#include "platform/runtime_error.h"
 #include "platform/windows_paths.h"
 
 namespace {
@@ -30,26 +31,23 @@ constexpr char usage[] =
     "                                            scrive un'installazione dimostrativa\n"
     "     lorvane render LAYOUT [--pdf F] [--doc F] [--xls F] [--png CARTELLA]\n"
     "                                            stampa un layout sul suo file di lavoro, senza "
-    "finestre\n";
-
-QString defaultInstallation() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           u"/lorvane/demo"_s;
-}
-
-// The component libraries built with this program, registered for this user so
-// that the suite's objects are created by program id.
-void registerComponents() {
-    for (const char* library : {LORVANE_MODULE_LIBRARY, LORVANE_SEARCH_LIBRARY}) {
-        QString path = QString::fromLocal8Bit(library);
-        if (!QFileInfo::exists(path))
-            path = QCoreApplication::applicationDirPath() + u'/' + QFileInfo(path).fileName();
-        platform::ComponentRegistry::registerServer(path);
-    }
-}
+    "finestre\n"
+    "     lorvane run CODICE [--percorso CARTELLA] [--host-log FILE] [--preview-png CARTELLA]\n"
+    "                        [--today gg/mm/aaaa] [--grid-answer TESTO] AZIONE...\n"
+    "                                            apre la schermata di una stampa senza finestre\n"
+    "                                            e la usa come un utente; le azioni:\n"
+    "         set NOME=VALORE    casella di testo, data (gg/mm/aaaa), casella di spunta o\n"
+    "                            opzione (0|1), combo per testo della voce (\"\" la svuota)\n"
+    "         pick NOME=INDICE   combo o lista per posizione (-1 toglie la scelta), pagina di\n"
+    "                            una scheda (Tab1, Pers)\n"
+    "         tick NOME=CHIAVE   spunta un nodo di Tree per chiave, una causale di ListCausali\n"
+    "         untick NOME=CHIAVE per codice; untick toglie la spunta\n"
+    "         click NOME         preme un pulsante (CmdRicerca, CmdStampa, CmdPdf, CmdXls...)\n"
+    "         key NOME=CODICE    preme un tasto sul controllo (46 Canc, 13 Invio)\n"
+    "         timer              fa scattare Timer1 una volta\n";
 
 int runLauncher(const QStringList& args) {
-    QString folder = defaultInstallation();
+    QString folder = host::defaultInstallation();
     if (const qsizetype at = args.indexOf(u"--percorso"_s); at >= 0 && at + 1 < args.size())
         folder = args[at + 1];
     try {
@@ -61,7 +59,7 @@ int runLauncher(const QStringList& args) {
             QApplication::restoreOverrideCursor();
         }
         QDir().mkpath(platform::workFolder());
-        registerComponents();
+        host::registerComponents();
         auto referenceHost = std::make_shared<host::ReferenceHost>(folder);
         auto* window = new host::LauncherWindow(referenceHost);
         window->setAttribute(Qt::WA_DeleteOnClose);
@@ -81,7 +79,9 @@ int main(int argc, char** argv) {
     const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     const bool tool = command == u"sql"_s || command == u"demo-install"_s;
     const bool drawsWithoutWindow = command == u"render"_s;
-    if (drawsWithoutWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    const bool usesScreensWithoutWindow = command == u"run"_s;
+    if ((drawsWithoutWindow || usesScreensWithoutWindow) &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     std::unique_ptr<QCoreApplication> app(tool                 ? new QCoreApplication(argc, argv)
                                           : drawsWithoutWindow ? new QGuiApplication(argc, argv)
@@ -94,6 +94,7 @@ int main(int argc, char** argv) {
     if (command == u"sql"_s) return host::runSqlCommand(args.mid(1), out, err);
     if (command == u"demo-install"_s) return demo::runDemoInstallCommand(args.mid(1), out, err);
     if (command == u"render"_s) return host::runRenderCommand(args.mid(1), out, err);
+    if (command == u"run"_s) return host::runScreenCommand(args.mid(1), out, err);
     if (command == u"--help"_s || command == u"-h"_s) {
         out << usage;
         return 0;

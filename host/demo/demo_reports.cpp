@@ -29,7 +29,8 @@ CREATE TABLE Parametri (Parametri TEXT(255) COLLATE NOCASE, Descr1 TEXT(255) COL
 // chart: the Mastro of Saldi cannot be relied on.
 constexpr char trialBalanceQuery[] =
     "SELECT s.CodiceConto, s.Descrizione, s.dare, s.avere, s.saldo, p.Mastro AS MastroConto, "
-    "(SELECT Parametri FROM Parametri) AS Periodo "
+    "(SELECT m.Descrizione FROM AnagraficaPianoConti m WHERE m.CodiceConto = p.Mastro) AS "
+    "DescrizioneMastro, (SELECT Parametri FROM Parametri) AS Periodo "
     "FROM Saldi s LEFT JOIN AnagraficaPianoConti p ON p.CodiceConto = s.CodiceConto "
     "ORDER BY p.Mastro, s.CodiceConto";
 
@@ -39,9 +40,11 @@ QByteArray trialBalanceLayout(bool personal) {
         personal
             ? R"({"type": "box", "x": 0, "y": 0, "w": 186, "h": 7, "border": 0, "fill": "#e8eef5"},
       {"type": "text", "text": "Mastro", "x": 1, "y": 0.5, "w": 20, "h": 6, "font": {"bold": true}},
-      {"type": "special", "value": "groupValue", "x": 21, "y": 0.5, "w": 20, "h": 6, "font": {"bold": true}})"
+      {"type": "special", "value": "groupValue", "x": 21, "y": 0.5, "w": 12, "h": 6, "font": {"bold": true}},
+      {"type": "field", "field": "DescrizioneMastro", "x": 33, "y": 0.5, "w": 120, "h": 6, "font": {"bold": true}})"
             : R"({"type": "text", "text": "Mastro", "x": 0, "y": 0.5, "w": 20, "h": 6, "font": {"bold": true}},
-      {"type": "special", "value": "groupValue", "x": 20, "y": 0.5, "w": 20, "h": 6, "font": {"bold": true}})";
+      {"type": "special", "value": "groupValue", "x": 20, "y": 0.5, "w": 12, "h": 6, "font": {"bold": true}},
+      {"type": "field", "field": "DescrizioneMastro", "x": 32, "y": 0.5, "w": 120, "h": 6, "font": {"bold": true}})";
     return R"({
   "lorvaneLayout": 1,
   "title": ")" +

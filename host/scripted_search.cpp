@@ -1,0 +1,7 @@
+#include "host/scripted_search.h"
+
+namespace lorvane::host {
+
+void ScriptedSearch::Ricerca() { risposta_ = answer_; }
+
+}  // namespace lorvane::host

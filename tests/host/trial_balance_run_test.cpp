@@ -1,0 +1,113 @@
+// The trial balance end to end, as a user scripts it: "lorvane run" on a demo
+// installation exports it, and readers nobody here wrote find in the files the
+// totals that a plain sum of the period's accounting lines gives.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include "host/demo/demo_data.h"
+#include "support/process.h"
+
+namespace lorvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ProcessResult;
+using testing::runProgram;
+
+class TrialBalanceRun : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        scratch = new QTemporaryDir;
+        demo::DemoOptions options;
+        options.venues = 20;
+        options.months = 4;
+        options.seed = 7;
+        options.lastDay = QDate(2025, 4, 30);
+        demo::writeDemoInstallation(installation(), options);
+    }
+    static void TearDownTestSuite() { delete scratch; }
+    static QString installation() { return scratch->filePath(u"demo"_s); }
+
+    ProcessResult lorvane(const QStringList& args) {
+        return runProgram(QString::fromUtf8(LORVANE_PROGRAM), args, {},
+                          {u"LORVANE_TEMP1="_s + scratch->filePath(u"temp1"_s),
+                           u"LORVANE_REGISTRY="_s + scratch->filePath(u"components.ini"_s)});
+    }
+
+    // Exports the balance of the first four months of 2025 with `button`;
+    // gives the path of the file opened.
+    QString exportBalance(const QString& button) {
+        const ProcessResult run =
+            lorvane({u"run"_s, u"StampaBilancio"_s, u"--percorso"_s, installation(), u"--today"_s,
+                     u"30/04/2025"_s, u"set"_s, u"txtDallaData=01/01/2025"_s, u"set"_s,
+                     u"txtAllaData=30/04/2025"_s, u"set"_s, u"chkContiPatrimoniali=1"_s, u"set"_s,
+                     u"chkContiEconomici=1"_s, u"pick"_s, u"List1=0"_s, u"click"_s, button});
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        const QRegularExpressionMatch file =
+            QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                .match(run.out);
+        EXPECT_TRUE(file.hasMatch()) << run.out.toStdString();
+        EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+        return file.captured(1);
+    }
+
+    // Debit and credit of every accounting line of the period, in cents,
+    // summed by the program's SQL tool.
+    std::pair<qint64, qint64> linesOfThePeriod() {
+        const ProcessResult sum =
+            lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s,
+                     u"SELECT Round(Sum(Dare) * 100, 0), Round(Sum(Avere) * 100, 0) FROM NoteRighe "
+                     u"WHERE Data >= #01/01/2025# AND Data <= #04/30/2025#"_s});
+        const QStringList cells = sum.out.trimmed().section(u'\n', -1).remove(u'"').split(u',');
+        return {cells.value(0).toLongLong(), cells.value(1).toLongLong()};
+    }
+
+    static inline QTemporaryDir* scratch = nullptr;
+};
+
+// "1.234.567,89" as cents.
+qint64 cents(QString amount) { return amount.remove(u'.').remove(u',').toLongLong(); }
+
+TEST_F(TrialBalanceRun, ThePdfTotalsAreTheLinesOfThePeriod) {
+    const auto [dare, avere] = linesOfThePeriod();
+    ASSERT_GT(dare, 0);
+    EXPECT_EQ(dare, avere) << "every note balances";
+
+    const QString pdf = exportBalance(u"CmdPdf"_s);
+    EXPECT_TRUE(pdf.endsWith(u".pdf"_s) && pdf.contains(u"/export/pdf/StampaBilancio"_s))
+        << pdf.toStdString();
+    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    EXPECT_TRUE(text.contains(u"Dal 01/01/2025 Al 30/04/2025 - Conti Patrimoniali ed Economici"_s));
+    const QRegularExpressionMatch total =
+        QRegularExpression(
+            u"Totale generale\\s+([\\d.]+,\\d\\d)\\s+([\\d.]+,\\d\\d)\\s+(-?[\\d.]+,\\d\\d)"_s)
+            .match(text);
+    ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
+    EXPECT_EQ(cents(total.captured(1)), dare);
+    EXPECT_EQ(cents(total.captured(2)), avere);
+    EXPECT_EQ(cents(total.captured(3)), 0);
+}
+
+TEST_F(TrialBalanceRun, TheWorkbookHoldsTheSameFiguresAsNumbers) {
+    const auto [dare, avere] = linesOfThePeriod();
+    const QString xls = exportBalance(u"CmdExportExcel"_s);
+    EXPECT_TRUE(xls.contains(u"/export/Xls/StampaBilancio"_s)) << xls.toStdString();
+    // The numbers of the row that reads "Totale generale".
+    const char* grandTotal =
+        "import sys, xlrd\n"
+        "s = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+        "for r in range(s.nrows):\n"
+        "    if 'Totale generale' in [str(v) for v in s.row_values(r)]:\n"
+        "        print(' '.join('%d' % round(c.value * 100) for c in s.row(r)\n"
+        "                       if c.ctype == xlrd.XL_CELL_NUMBER))\n";
+    const QString figures =
+        runProgram(u"/usr/bin/python3"_s, {u"-c"_s, QString::fromUtf8(grandTotal), xls})
+            .out.trimmed();
+    EXPECT_EQ(figures, u"%1 %2 0"_s.arg(dare).arg(avere));
+}
+
+}  // namespace
+}  // namespace lorvane
