@@ -275,6 +275,7 @@ bool Recordset::Eof() const {
 void Recordset::MoveFirst() {
     requireOpen();
     Update();
+    if (RecordCount() == 0) throw noCurrentRecord();
     position_ = 0;
 }
 

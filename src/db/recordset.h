@@ -96,6 +96,7 @@ class Recordset {
     int RecordCount() const;
     bool Bof() const;
     bool Eof() const;
+    // Throws RuntimeError on a recordset without rows, as there is no first.
     void MoveFirst();
     void MoveNext();
     // 1-based position in the current view; -1 at BOF/EOF or with no rows.

@@ -45,12 +45,16 @@ class Renderer {
 
     PageDocument run() {
         // Headers placed before the first line show the first row's values.
-        data_.MoveFirst();
-        if (!data_.Eof()) readRow();
+        const bool empty = data_.RecordCount() == 0;
+        if (!empty) {
+            data_.MoveFirst();
+            readRow();
+        }
         newPage(true);
         const int groups = int(layout_.groups.size());
         bool first = true;
-        for (data_.MoveFirst(); !data_.Eof(); data_.MoveNext()) {
+        if (!empty) data_.MoveFirst();
+        for (; !data_.Eof(); data_.MoveNext()) {
             readRow();
             int changed = groups;
             for (int g = 0; g < groups; ++g) {

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
+#include <limits>
 
 #include "output/catalogue.h"
 #include "output/export.h"
@@ -18,7 +19,6 @@
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
 #include "screens/controls.h"
-#include "screens/venue_search.h"
 #include "workdb/copy_routines.h"
 
 namespace lorvane::screens {
@@ -59,6 +59,11 @@ QString causaleCode(const QString& rowText) {
 bool isText(const QString& text, const char* name) { return text == QLatin1String(name); }
 
 }  // namespace
+
+qint16 contoRighe(qint64 rows) {
+    if (rows > std::numeric_limits<qint16>::max()) throw RuntimeError(u"Overflow"_s);
+    return qint16(rows);
+}
 
 QDate dateOf(DateRule rule) {
     const QDate today = platform::Today();
@@ -106,6 +111,7 @@ void FilterScreen::wireControls() {
     onClick(CmdAzzera, [this] { CaricaAlbero(); });
     onClick(CmdChiudi, [this] { close(); });
     onClick(CmdRicerca, [this] { CmdRicerca_Click(); });
+    onClick(CmdElenco, [this] { CmdElenco_Click(); });
     connect(Timer1, &QTimer::timeout, this, &FilterScreen::Timer1_Timer);
     if (ChkTutti) connect(ChkTutti, &QCheckBox::toggled, this, [this] { ChkTutti_Click(); });
     for (QComboBox* combo : findChildren<QComboBox*>())
@@ -325,7 +331,11 @@ FrameCriteria FilterScreen::criteri() const {
     if (txtDallaData) criteria.dallaData = txtDallaData->date();
     if (txtAllaData) criteria.allaData = txtAllaData->date();
     criteria.concessionario2 = chosen(CmbConcessionario2);
-    if (CmbNumTerminale) criteria.numeroTerminale = CmbNumTerminale->currentText();
+    // A terminal number typed but not picked from the list is no criterion.
+    if (CmbNumTerminale && CmbNumTerminale->currentIndex() >= 0 &&
+        CmbNumTerminale->currentText() ==
+            CmbNumTerminale->itemText(CmbNumTerminale->currentIndex()))
+        criteria.numeroTerminale = CmbNumTerminale->currentText();
     criteria.nomeLocale = textOf(TxtNomeLocale);
     criteria.localita = textOf(txtLocalita);
     criteria.provincia = textOf(txtProvincia);
@@ -349,23 +359,6 @@ void FilterScreen::setMousePointer(int pointer) {
     } else {
         unsetCursor();
     }
-}
-
-// The frame's search: the venues that meet the criteria typed and had a
-// collection in the period, all ticked; "Tutti i locali" goes off.
-void FilterScreen::CmdRicerca_Click() {
-    if (!Tree) return;
-    Tree->clearNodes();
-    addTreeRoot();
-    Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
-    db::RecordsetPtr venues = host().OpenRecordset(sqlRicercaLocali(criteri()));
-    if (venues->RecordCount() > 0) {
-        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
-            addVenueNode(*Tree, *venues);
-    }
-    venues->Close();
-    Tree->EspandiAlbero();
-    ChkTutti->setChecked(false);
 }
 
 qint16 FilterScreen::PreparaDati() {

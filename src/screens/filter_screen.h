@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "db/recordset.h"
 #include "entry/module_values.h"
 #include "screens/frame_criteria.h"
 #include "screens/screen_profile.h"
@@ -72,13 +73,24 @@ class FilterScreen : public QWidget {
     // The screen's own check before a run (after the layout's). The frame's
     // checks the causali when the profile says so.
     virtual bool ControlloProprio(Output output);
+
+  public:
     // The work database filled for the layout chosen: the template copied and
     // opened, the preparation, the causali saved. Gives the number of rows.
+    // Public so that a benchmark can time the preparation alone.
     virtual qint16 PreparaStampa();
+
+  protected:
     // The report's own data, into the open work database; gives the number of rows.
     virtual qint16 PreparaDati();
     // Fills the tree from the criteria typed (the venue search).
     virtual void CmdRicerca_Click();
+    // Adds to the tree the venues picked in the suite's search grid.
+    virtual void CmdElenco_Click();
+    // Rebuilds AnagraficaLocali_Tmp of the main database and the work table
+    // AnagraficaLocali from "Tutti i locali" or the ticks of the tree; gives
+    // the work table, opened again.
+    virtual db::RecordsetPtr PreparaLocali();
     // What a screen's Form_Load does beyond the frame's, at its end.
     virtual void Form_Load_Proprio() {}
 
@@ -143,6 +155,9 @@ class FilterScreen : public QWidget {
     // Runs `handler` on each click; a failure none of its own handlers took is shown.
     void onClick(QPushButton* button, std::function<void()> handler);
 
+    // The venues of a run (venue_selection.cpp).
+    void copyTickedVenue(const QString& code, db::Recordset& workTable, db::Recordset& selection);
+
     // The order of a run (output_run.cpp).
     void CmdStampa_Click();
     void CmdEsporta_Click(Output output, const output::ExportKind& kind);
@@ -155,5 +170,9 @@ class FilterScreen : public QWidget {
 
 // The date a DateRule gives today; an invalid date for Missing and Unchanged.
 QDate dateOf(DateRule rule);
+
+// A row count as the 16-bit number of a run. Throws RuntimeError "Overflow"
+// beyond 32767.
+qint16 contoRighe(qint64 rows);
 
 }  // namespace lorvane::screens

@@ -26,4 +26,10 @@ struct FrameCriteria {
     QStringList causali;   // the codes ticked in ListCausali, in list order
 };
 
+// A date as the statements write it between "#": "mm/dd/yyyy".
+inline QString sqlDate(const QDate& date) { return date.toString(QStringLiteral("MM/dd/yyyy")); }
+
+// A date as its picker shows it: "dd/mm/yyyy".
+inline QString shownDate(const QDate& date) { return date.toString(QStringLiteral("dd/MM/yyyy")); }
+
 }  // namespace lorvane::screens

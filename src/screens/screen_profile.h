@@ -90,6 +90,14 @@ inline ExtraControl::Value cleared() {
 }
 inline ExtraControl::Value dateBy(DateRule rule) { return {ExtraControl::Value::Date, {}, rule}; }
 
+struct SearchForms;
+
+// How PreparaLocali copies the venues of a run into AnagraficaLocali_Tmp.
+struct VenueCopy {
+    bool barWhenAll = true;     // with "Tutti i locali", the copy moves Bar1
+    bool twiceFromTree = true;  // each ticked venue goes in twice
+};
+
 struct ScreenProfile {
     QString titolo;
     // The report code the screen makes the module's own on opening, if any.
@@ -116,6 +124,8 @@ struct ScreenProfile {
     QString frame2Caption;  // the second box, when the screen has one
     std::span<const ComboList> lists;
     const CausaliList* causali = nullptr;
+    const SearchForms* searchForms = nullptr;  // null: the reference screen's
+    VenueCopy venueCopy;
     std::vector<ExtraControl> extras;
 
     // How a run behaves: the causali checked before it, the hourglass while

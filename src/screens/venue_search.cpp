@@ -8,50 +8,52 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// "mm/dd/yyyy", the form dates take between "#" in the statements.
-QString sqlDate(const QDate& date) { return date.toString(u"MM/dd/yyyy"_s); }
-
-// Appends one criterion: its AND form after text, its WHERE form in place of none.
-void addCriterion(QString& filter, const QString& andForm, const QString& whereForm,
-                  const QString& value, const QString& closing) {
+// Appends one criterion: its form for a filter with text, or in place of an
+// empty one its other form; then the value and the closing text.
+void addCriterion(QString& filter, const SearchForms::Form& form, const QString& value) {
     if (!filter.trimmed().isEmpty()) {
-        filter += andForm;
+        filter += QLatin1String(form.whenText);
     } else {
-        filter = whereForm;
+        filter = QLatin1String(form.whenEmpty);
     }
-    filter += value + closing;
+    filter += value + QLatin1String(form.closing);
+}
+
+QString collectionInPeriod(const FrameCriteria& c) {
+    return u" al.CodLocale IN (SELECT CodLocale FROM NoteIncassi WHERE DataIncasso>=#"_s +
+           sqlDate(c.dallaData) + u"#  AND DataIncasso<=#"_s + sqlDate(c.allaData) + u"#)"_s;
 }
 
 }  // namespace
 
-QString sqlRicercaLocali(const FrameCriteria& c) {
+const SearchForms& referenceSearchForms() {
+    static const SearchForms forms{
+        "SELECT * FROM AnagraficaLocali al ",
+        " WHERE al.sospeso = 0 ",
+        {" AND al.Insegna like '%", " WHERE al.Insegna like '%", "%'"},
+        {" AND al.Citta like '%", " WHERE al.Citta like '%", "%'"},
+        {" AND al.codAgente = '", " WHERE al.codAgente = '", "'"},
+        {" AND al.Provincia = '", " WHERE al.Provincia = '", "'"},
+        {" AND al.codlocale IN (SELECT codLocale FROM MagSchede WHERE CodConcessionario = '",
+         " WHERE al.codLocale IN (SELECT codlocale FROM magschede WHERE CodConcessionario = '",
+         "') "},
+        {" AND al.Codzona='", " WHERE al.Codzona='", "' "},
+        collectionInPeriod,
+    };
+    return forms;
+}
+
+QString sqlRicercaLocali(const FrameCriteria& c, const SearchForms& forms) {
     QString filter;
-    if (!c.sospesi) filter = u" WHERE al.sospeso = 0 "_s;
-    if (!c.nomeLocale.isEmpty())
-        addCriterion(filter, u" AND al.Insegna like '%"_s, u" WHERE al.Insegna like '%"_s,
-                     c.nomeLocale, u"%'"_s);
-    if (!c.localita.isEmpty())
-        addCriterion(filter, u" AND al.Citta like '%"_s, u" WHERE al.Citta like '%"_s, c.localita,
-                     u"%'"_s);
-    if (!c.agente.isEmpty())
-        addCriterion(filter, u" AND al.codAgente = '"_s, u" WHERE al.codAgente = '"_s, c.agente,
-                     u"'"_s);
-    if (!c.provincia.isEmpty())
-        addCriterion(filter, u" AND al.Provincia = '"_s, u" WHERE al.Provincia = '"_s, c.provincia,
-                     u"'"_s);
-    if (!c.concessionario.isEmpty())
-        addCriterion(
-            filter,
-            u" AND al.codlocale IN (SELECT codLocale FROM MagSchede WHERE CodConcessionario = '"_s,
-            u" WHERE al.codLocale IN (SELECT codlocale FROM magschede WHERE CodConcessionario = '"_s,
-            c.concessionario, u"') "_s);
-    if (!c.zona.isEmpty())
-        addCriterion(filter, u" AND al.Codzona='"_s, u" WHERE al.Codzona='"_s, c.zona, u"' "_s);
-    addCriterion(filter, u" AND "_s, u" WHERE "_s,
-                 u" al.CodLocale IN (SELECT CodLocale FROM NoteIncassi WHERE DataIncasso>=#"_s +
-                     sqlDate(c.dallaData) + u"#  AND DataIncasso<=#"_s + sqlDate(c.allaData),
-                 u"#)"_s);
-    return u"SELECT * FROM AnagraficaLocali al "_s + filter;
+    if (!c.sospesi) filter = QLatin1String(forms.notSuspended);
+    if (!c.nomeLocale.isEmpty()) addCriterion(filter, forms.nome, c.nomeLocale);
+    if (!c.localita.isEmpty()) addCriterion(filter, forms.localita, c.localita);
+    if (!c.agente.isEmpty()) addCriterion(filter, forms.agente, c.agente);
+    if (!c.provincia.isEmpty()) addCriterion(filter, forms.provincia, c.provincia);
+    if (!c.concessionario.isEmpty()) addCriterion(filter, forms.concessionario, c.concessionario);
+    if (!c.zona.isEmpty()) addCriterion(filter, forms.zona, c.zona);
+    if (forms.periodo) addCriterion(filter, {" AND ", " WHERE ", ""}, forms.periodo(c));
+    return QLatin1String(forms.head) + filter;
 }
 
 QString venueNodeText(const QString& insegna, const QString& citta) {

@@ -1,5 +1,5 @@
-// The venue search of the frame: the statement built from the criteria typed,
-// and the tree node of each venue found.
+// The venue search: the statement built from the criteria typed, from the
+// forms a screen writes its criteria in, and the tree node of each venue found.
 #pragma once
 
 #include <QString>
@@ -11,11 +11,32 @@ namespace lorvane::screens {
 
 class KeyedTree;
 
-// "SELECT * FROM AnagraficaLocali al " and the filter of the criteria set, each
-// in its AND form when the filter has text and in its WHERE form otherwise,
-// then the period: venues with a collection between the two dates. Texts go in
-// as typed.
-QString sqlRicercaLocali(const FrameCriteria& criteria);
+// How a screen writes its venue search. Each criterion has a form for a filter
+// that has text already and one for an empty filter, then the value, then a
+// closing text.
+struct SearchForms {
+    struct Form {
+        const char* whenText;
+        const char* whenEmpty;
+        const char* closing;
+    };
+    const char* head;
+    const char* notSuspended;  // the filter's start when chkSospesi is off
+    Form nome;                 // TxtNomeLocale
+    Form localita;             // txtLocalita
+    Form agente;               // ComboAgente
+    Form provincia;            // txtProvincia
+    Form concessionario;       // cmbConcessionario
+    Form zona;                 // CmbZona
+    // The period's clause, after its " AND " or " WHERE "; none when null.
+    QString (*periodo)(const FrameCriteria& criteria);
+};
+
+// The forms of the reference screen: venues with a collection in the period.
+const SearchForms& referenceSearchForms();
+
+// The head and the filter of the criteria set, each in its form, then the period.
+QString sqlRicercaLocali(const FrameCriteria& criteria, const SearchForms& forms);
 
 // The text of a venue's node: Insegna and Citta, each cut or padded to 20
 // characters, joined by " - ".

@@ -56,8 +56,7 @@ TEST_F(RecordsetTest, EmptyResultIsBothBofAndEof) {
     EXPECT_EQ(recordset->RecordCount(), 0);
     EXPECT_TRUE(recordset->Bof());
     EXPECT_TRUE(recordset->Eof());
-    recordset->MoveFirst();
-    EXPECT_TRUE(recordset->Eof());
+    EXPECT_THROW(recordset->MoveFirst(), RuntimeError) << "no first record to move to";
 }
 
 TEST_F(RecordsetTest, UnknownFieldGivesTheCollectionMessage) {

@@ -33,6 +33,8 @@ class RecordingHost final : public entry::HostApplication {
     bool personalizzazione = false;
     QString user = QStringLiteral("tester");
     QHash<QString, QString> settings;  // "Sezione/Chiave" -> value
+    // The connection text of the preferences; "" serves them from the main database.
+    QString preferencesDatabase;
 
     bool ChiudiFinestre() override {
         calls << QStringLiteral("ChiudiFinestre");
@@ -65,7 +67,8 @@ class RecordingHost final : public entry::HostApplication {
     }
     db::RecordsetPtr OpenRecordSetPreferenze(const QString& sql) override {
         calls << QStringLiteral("OpenRecordSetPreferenze(%1)").arg(sql);
-        return main().OpenRecordset(sql);
+        if (preferencesDatabase.isEmpty()) return main().OpenRecordset(sql);
+        return open(preferences_, preferencesDatabase).OpenRecordset(sql);
     }
     QString Percorso() override {
         calls << QStringLiteral("Percorso");
@@ -97,6 +100,7 @@ class RecordingHost final : public entry::HostApplication {
     db::Connection main_;
     db::Connection catalogue_;
     db::Connection personalCatalogue_;
+    db::Connection preferences_;
 };
 
 }  // namespace lorvane::testing

@@ -25,6 +25,11 @@
 #include "support/recording_host.h"
 #include "workdb/work_database.h"
 
+// Texts in the failures of a test, readable.
+inline void PrintTo(const QString& text, std::ostream* os) {
+    *os << '"' << text.toStdString() << '"';
+}
+
 namespace lorvane::testing {
 
 inline QDate fixedToday() { return QDate(2025, 3, 20); }
@@ -91,6 +96,8 @@ class ScreenTest : public ::testing::Test {
             QStringLiteral("Dbq=") + folder() + QStringLiteral("/Stampe.db"),
             QStringLiteral("Dbq=") + folder() + QStringLiteral("/pers/StampePers.db"));
         host->percorso = folder() + u'/';
+        host->preferencesDatabase =
+            QStringLiteral("Dbq=") + folder() + QStringLiteral("/Preferenze.db");
         entry::Configura().SetApplicazione(host);
     }
 

@@ -1,15 +1,13 @@
 #include "reports/accounting/bilancio_sql.h"
 
+#include "screens/frame_criteria.h"
+
 namespace lorvane::reports {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString sqlDate(const QDate& date) { return date.toString(u"MM/dd/yyyy"_s); }
-QString shownDate(const QDate& date) { return date.toString(u"dd/MM/yyyy"_s); }
-
-}  // namespace
+using screens::shownDate;
+using screens::sqlDate;
 
 QString criterioConti(const BilancioCriteri& c) {
     QString kinds;

@@ -19,38 +19,6 @@ ScreenProfile collectionProfile(const QString& titolo) {
     return profile;
 }
 
-const screens::ComboList introdottoLists[] = {
-    {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
-    {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente'",
-     {{"ComboAgente", "CodiceOperatore"}}},
-    {"SELECT * FROM AnagraficaZone", {{"CmbZona", "CodiceZona"}}},
-    {"SELECT * FROM AnagraficaConcessionari",
-     {{"cmbConcessionario", "CodiceConcessionario"},
-      {"CmbConcessionario2", "CodiceConcessionario"}}},
-    {"SELECT DISTINCT NumeroTerminale FROM NoteTeste WHERE NOT NumeroTerminale IS NULL ORDER BY "
-     "NumeroTerminale",
-     {{"CmbNumTerminale", "NumeroTerminale"}}},
-};
-
-const screens::CausaliList introdottoCausali = {
-    "SELECT * FROM AnagraficaCausali WHERE Introdotto <>0 ", "StampaIntrodotto", "'INC6'", true,
-    false};
-
-ScreenProfile introdottoProfile() {
-    ScreenProfile profile = collectionProfile(u"Stampa Introdotto per periodo"_s);
-    profile.dallaOnOpen = DateRule::Today;
-    profile.treeOnReset = TreeReset::EmptiedWithRoot;
-    profile.loadCallsReset = true;
-    profile.chkTuttiKeepsTree = true;
-    profile.concessionario2 = true;
-    profile.numeroTerminale = true;
-    profile.lists = introdottoLists;
-    profile.causali = &introdottoCausali;
-    profile.controllaCausali = true;
-    profile.hourglass = false;
-    return profile;
-}
-
 ScreenProfile percPagamentoGProfile() {
     ScreenProfile profile = collectionProfile(u"Stampa percentuali di pagamento Globali"_s);
     profile.extras = {{ExtraControl::CheckBox, "chkVisMag",
@@ -103,7 +71,6 @@ ScreenProfile differenzaPreuProfile() {
 
 }  // namespace
 
-FrmStampaIntrodotto::FrmStampaIntrodotto() : FilterScreen(introdottoProfile()) {}
 FrmStampaIntrodottoDistinta::FrmStampaIntrodottoDistinta()
     : FilterScreen(collectionProfile(u"Stampa introdotto su distinte"_s)) {}
 FrmPercPagamentoG::FrmPercPagamentoG() : FilterScreen(percPagamentoGProfile()) {}

@@ -1,14 +1,10 @@
 // The screens of the collection reports: what the machines took in and hold.
+// The takings for a period have a unit of their own (frm_stampa_introdotto).
 #pragma once
 
 #include "screens/filter_screen.h"
 
 namespace lorvane::reports {
-
-class FrmStampaIntrodotto final : public screens::FilterScreen {
-  public:
-    FrmStampaIntrodotto();
-};
 
 class FrmStampaIntrodottoDistinta final : public screens::FilterScreen {
   public:

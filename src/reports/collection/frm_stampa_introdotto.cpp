@@ -1,0 +1,167 @@
+#include "reports/collection/frm_stampa_introdotto.h"
+
+#include <QComboBox>
+#include <QProgressBar>
+
+#include "platform/error_handling.h"
+#include "platform/runtime_error.h"
+#include "platform/windows.h"
+#include "workdb/column_lists.h"
+#include "workdb/copy_routines.h"
+#include "workdb/work_database.h"
+
+namespace lorvane::reports {
+
+using namespace Qt::StringLiterals;
+using platform::showErrorAndGoOn;
+using screens::DateRule;
+using screens::ScreenProfile;
+namespace columns = workdb::columns;
+
+namespace {
+
+const screens::ComboList introdottoLists[] = {
+    {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
+    {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente'",
+     {{"ComboAgente", "CodiceOperatore"}}},
+    {"SELECT * FROM AnagraficaZone", {{"CmbZona", "CodiceZona"}}},
+    {"SELECT * FROM AnagraficaConcessionari",
+     {{"cmbConcessionario", "CodiceConcessionario"},
+      {"CmbConcessionario2", "CodiceConcessionario"}}},
+    {"SELECT DISTINCT NumeroTerminale FROM NoteTeste WHERE NOT NumeroTerminale IS NULL ORDER BY "
+     "NumeroTerminale",
+     {{"CmbNumTerminale", "NumeroTerminale"}}},
+};
+
+const screens::CausaliList introdottoCausali = {
+    "SELECT * FROM AnagraficaCausali WHERE Introdotto <>0 ", "StampaIntrodotto", "'INC6'", true,
+    false};
+
+ScreenProfile introdottoProfile() {
+    ScreenProfile profile;
+    profile.titolo = u"Stampa Introdotto per periodo"_s;
+    profile.dallaOnOpen = DateRule::Today;
+    profile.treeOnReset = screens::TreeReset::EmptiedWithRoot;
+    profile.loadCallsReset = true;
+    profile.chkTuttiKeepsTree = true;
+    profile.concessionario2 = true;
+    profile.numeroTerminale = true;
+    profile.lists = introdottoLists;
+    profile.causali = &introdottoCausali;
+    profile.controllaCausali = true;
+    profile.hourglass = false;
+    return profile;
+}
+
+// The boards are asked for in batches of this many ids, to keep the IN list short.
+constexpr int boardsPerBatch = 100;
+
+// A recordset that a failed step left unopened fails where it is used, as
+// an object variable that was never set.
+db::Recordset& opened(const db::RecordsetPtr& recordset) {
+    if (!recordset)
+        throw RuntimeError(u"Variabile oggetto o variabile del blocco With non impostata."_s);
+    return *recordset;
+}
+
+}  // namespace
+
+FrmStampaIntrodotto::FrmStampaIntrodotto() : FilterScreen(introdottoProfile()) {}
+
+IntrodottoCriteri FrmStampaIntrodotto::criteriIntrodotto() const {
+    const screens::FrameCriteria frame = criteri();
+    return {frame.dallaData, frame.allaData, frame.azienda, frame.numeroTerminale,
+            frame.concessionario2};
+}
+
+// Every statement shows its own failure and the next one runs, so a failed
+// step leaves its table short and the others whole. The causali ticked only
+// gate the run: the report always takes the collections ('INC6').
+qint16 FrmStampaIntrodotto::PreparaDati() {
+    const IntrodottoCriteri criteri = criteriIntrodotto();
+    auto& work = workdb::ConnessioneTemporanea();
+    for (const char* table : {"MagSchede", "NoteIncassi", "NoteRighe", "NoteTeste",
+                              "AnagraficaLocali", "AnagraficaAziende", "Parametri"})
+        showErrorAndGoOn([&] { work.Execute(u"DELETE * FROM "_s + QLatin1String(table)); });
+    Bar1->setValue(0);
+    showErrorAndGoOn([&] { PreparaLocali(); });
+
+    // Copies what `sql` reads through the host into the work table, moving Bar1.
+    const auto copy = [this](const QString& sql, const char* table, const char* columns) {
+        db::RecordsetPtr source, target;
+        showErrorAndGoOn([&] { source = host().OpenRecordset(sql); });
+        showErrorAndGoOn([&] {
+            target = workdb::ApriTabellaTemporanea(u"SELECT * FROM "_s + QLatin1String(table));
+        });
+        showErrorAndGoOn([&] {
+            workdb::CopiaRecordset(Bar1, QLatin1String(columns), opened(source), opened(target), 0);
+        });
+        return target;
+    };
+    qint16 rows = 0;
+    const db::RecordsetPtr notes = copy(sqlNote(criteri), "NoteTeste", columns::NoteTeste48);
+    showErrorAndGoOn([&] { rows = screens::contoRighe(opened(notes).RecordCount()); });
+    copy(sqlRighe(criteri), "NoteRighe", columns::NoteRighe10);
+    copy(sqlLetture(criteri), "NoteIncassi", columns::NoteIncassi62);
+
+    db::RecordsetPtr companies, companiesCopy;
+    showErrorAndGoOn([&] { companies = host().OpenRecordset(sqlAziende(criteri)); });
+    showErrorAndGoOn([&] {
+        companiesCopy = workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaAziende"_s);
+    });
+    showErrorAndGoOn([&] {
+        workdb::CopiaTabella(QLatin1String(columns::AnagraficaAziende34), opened(companies),
+                             opened(companiesCopy), 0);
+    });
+
+    copiaSchede();
+
+    showErrorAndGoOn([&] {
+        const IntrodottoParametri heading = parametriIntrodotto(criteri);
+        db::RecordsetPtr parametri = workdb::ApriTabellaTemporanea(u"SELECT * FROM Parametri"_s);
+        parametri->AddNew();
+        parametri->Fields(u"Parametri"_s).SetValue(heading.parametri);
+        parametri->Fields(u"Descr1"_s).SetValue(heading.descr1);
+        parametri->Fields(u"Descr2"_s).SetValue(heading.descr2);
+        if (!heading.descr3.isEmpty()) parametri->Fields(u"Descr3"_s).SetValue(heading.descr3);
+        parametri->Update();
+        parametri->Close();
+    });
+    showErrorAndGoOn([&] { work.Close(); });
+    return rows;
+}
+
+// The boards of the readings copied, asked for through the host a hundred
+// ids at a time; a board already copied is skipped.
+void FrmStampaIntrodotto::copiaSchede() {
+    db::RecordsetPtr links;
+    showErrorAndGoOn([&] {
+        links = workdb::ApriTabellaTemporanea(
+            u"SELECT LinkScheda FROM NoteIncassi GROUP BY LinkScheda"_s);
+    });
+    if (!links || links->RecordCount() == 0) return;
+    QString ids;
+    int inBatch = 0;
+    const int total = links->RecordCount();
+    int seen = 0;
+    for (links->MoveFirst(); !links->Eof(); links->MoveNext()) {
+        if (!ids.isEmpty()) ids += u", "_s;
+        ids += links->Fields(u"LinkScheda"_s).Value().text();
+        ++inBatch;
+        ++seen;
+        if (inBatch == boardsPerBatch || seen == total) {
+            showErrorAndGoOn([&] {
+                db::RecordsetPtr boards = host().OpenRecordset(sqlSchede(ids));
+                db::RecordsetPtr copies =
+                    workdb::ApriTabellaTemporanea(u"SELECT * FROM MagSchede"_s);
+                workdb::CopiaTabella(QLatin1String(columns::MagSchede55), *boards, *copies, 1,
+                                     u"id"_s);
+            });
+            ids.clear();
+            inBatch = 0;
+        }
+        platform::letEventsThrough();
+    }
+}
+
+}  // namespace lorvane::reports

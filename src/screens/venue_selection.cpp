@@ -1,0 +1,153 @@
+// The venue side of the frame: the search by criteria, the suite's grid, and
+// the venues of a run copied into AnagraficaLocali_Tmp and the work table.
+#include <QCheckBox>
+#include <QProgressBar>
+
+#include "platform/component_registry.h"
+#include "platform/error_handling.h"
+#include "screens/controls.h"
+#include "screens/filter_screen.h"
+#include "screens/venue_search.h"
+#include "workdb/column_lists.h"
+#include "workdb/copy_routines.h"
+
+namespace lorvane::screens {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The venue columns both copies of PreparaLocali take.
+QString venueColumns() { return QLatin1String(workdb::columns::AnagraficaLocali56); }
+
+// The grid's venues: every venue with its codes at the concessionaires.
+QString gridStatement(bool sospesi) {
+    return u"SELECT AnagraficaLocali.*, AnagraficaLocaliCaratteristiche.CodCogetech, "
+           u"AnagraficaLocaliCaratteristiche.CodLottomatica, "
+           u"AnagraficaLocaliCaratteristiche.CodGamenet, "
+           u"AnagraficaLocaliCaratteristiche.CodAtlantis, "
+           u"AnagraficaLocaliCaratteristiche.CodGMatica"_s +
+           u" FROM AnagraficaLocali INNER JOIN AnagraficaLocaliCaratteristiche ON "
+           u"AnagraficaLocali.CodLocale = AnagraficaLocaliCaratteristiche.CodLocale "_s +
+           (sospesi ? QString() : u" WHERE AnagraficaLocali.sospeso=0"_s);
+}
+
+}  // namespace
+
+// The tree is filled anew with the venues that meet the criteria typed, all
+// ticked, and "Tutti i locali" goes off so that the tree counts. A statement
+// the database refuses leaves the root alone, to the click's handler.
+void FilterScreen::CmdRicerca_Click() {
+    if (!Tree) return;
+    Tree->clearNodes();
+    addTreeRoot();
+    Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
+    const SearchForms& forms =
+        profile_.searchForms ? *profile_.searchForms : referenceSearchForms();
+    db::RecordsetPtr venues = host().OpenRecordset(sqlRicercaLocali(criteri(), forms));
+    if (venues->RecordCount() > 0) {
+        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
+            addVenueNode(*Tree, *venues);
+    }
+    venues->Close();
+    Tree->EspandiAlbero();
+    ChkTutti->setChecked(false);
+}
+
+// The picks of the grid add to the tree; a venue already there stays once.
+// Until the grid has answered, a failure is shown and changes nothing.
+void FilterScreen::CmdElenco_Click() {
+    db::RecordsetPtr venues;
+    QString risposta;
+    const bool answered = platform::showErrorAndLeave(
+        [&] {
+            db::RecordsetPtr viste = host().OpenRecordSetPreferenze(u"select * from viste"_s);
+            db::RecordsetPtr operatori = host().OpenRecordset(u"select * from operatori"_s);
+            venues = host().OpenRecordset(gridStatement(chkSospesi && chkSospesi->isChecked()));
+            auto grid = platform::createComponent<entry::SearchComponent>(
+                QLatin1String(entry::SearchComponent::ProgId));
+            grid->SetUser(host().User());
+            grid->SetModulo(u"AnagLocali"_s);
+            grid->SetCaption(u"Anagrafica Locali"_s);
+            venues->SetFilter(QString());
+            grid->SetRecordset(venues);
+            grid->SetRecordsetOperatori(operatori);
+            grid->SetRecordsetViste(viste);
+            grid->SetCampoRicerca(u"codlocale"_s);
+            grid->SetPercorsoPers(host().Percorso() + u"pers\\"_s);
+            grid->SetPercorso(host().Percorso());
+            grid->Setselezionemultipla(true);
+            grid->SetStatusBar(1);
+            grid->SetToolbar(1);
+            grid->SetFilterBar(1);
+            grid->SetWindowsState(2);
+            grid->Ricerca();
+            risposta = grid->Risposta();
+        },
+        platform::MsgBoxStyle::Critical);
+    if (!answered || risposta.isEmpty()) return;
+
+    const QString root = QLatin1String(KeyedTree::RootKey);
+    platform::ignoreErrors([&] { addTreeRoot(); });
+    Tree->setTicked(Tree->node(root), true);
+    const QStringList picks = risposta.split(u'|');
+    for (qsizetype i = 0; i + 1 < picks.size(); ++i) {
+        platform::ignoreErrors([&] {
+            venues->SetFilter(u"codlocale='"_s + picks[i] + u'\'');
+            addVenueNode(*Tree, *venues);
+        });
+    }
+    Tree->EspandiAlbero();
+    ChkTutti->setChecked(false);
+}
+
+// With "Tutti i locali" every venue (not suspended, unless chkSospesi) is
+// taken and the tree is not read; otherwise each ticked venue, one statement
+// each, goes into AnagraficaLocali_Tmp twice (the reports select DISTINCT).
+db::RecordsetPtr FilterScreen::PreparaLocali() {
+    const bool sospesi = chkSospesi && chkSospesi->isChecked();
+    host().Execute(u"DELETE * FROM AnagraficaLocali_Tmp"_s);
+    db::RecordsetPtr workTable = workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
+    db::RecordsetPtr selection = host().OpenRecordset(u"SELECT * FROM AnagraficaLocali_Tmp"_s);
+
+    if (!ChkTutti || ChkTutti->isChecked()) {
+        db::RecordsetPtr venues = host().OpenRecordset(
+            u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s));
+        workdb::CopiaTabella(venueColumns(), *venues, *workTable, 0);
+        if (venues->RecordCount() > 0) {
+            venues->MoveFirst();
+            workdb::CopiaRecordset(profile_.venueCopy.barWhenAll ? Bar1 : nullptr, venueColumns(),
+                                   *venues, *selection, 0);
+        }
+    } else {
+        const QList<QTreeWidgetItem*> nodes = Tree->allNodes();
+        Bar1->setMaximum(int(nodes.size()));
+        int visited = 0;
+        for (QTreeWidgetItem* node : nodes) {
+            Bar1->setValue(++visited);
+            const QString key = KeyedTree::keyOf(node);
+            if (KeyedTree::isTicked(node) && key.size() > 1)
+                copyTickedVenue(key.mid(1), *workTable, *selection);
+        }
+    }
+    return workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
+}
+
+// A venue the statement does not find (suspended since the search) fails at
+// the move to its first row, to the caller's handler.
+void FilterScreen::copyTickedVenue(const QString& code, db::Recordset& workTable,
+                                   db::Recordset& selection) {
+    const bool sospesi = chkSospesi && chkSospesi->isChecked();
+    db::RecordsetPtr venue =
+        host().OpenRecordset(u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code +
+                             u"' "_s + (sospesi ? QString() : u"AND Sospeso=0"_s));
+    workdb::CopiaTabella(venueColumns(), *venue, workTable, 0);
+    venue->MoveFirst();
+    workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+    if (profile_.venueCopy.twiceFromTree && venue->RecordCount() > 0) {
+        venue->MoveFirst();
+        workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+    }
+}
+
+}  // namespace lorvane::screens
