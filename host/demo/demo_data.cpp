@@ -22,9 +22,17 @@ namespace {
 
 // In the order they are moved into place: the main database last, so that
 // an installation without it is never mistaken for a complete one.
-const char* const kFiles[] = {"Report/Bilancio.mdb", "Report/Bilancio.lrl", "pers/BilancioPers.lrl",
-                              "Stampe.db",           "pers/StampePers.db",  "Preferenze.db",
-                              "Lorvane.ini",         "Lorvane.db"};
+const char* const kFiles[] = {"Report/Bilancio.mdb",
+                              "Report/Bilancio.lrl",
+                              "pers/BilancioPers.lrl",
+                              "Report/Introdotto.mdb",
+                              "Report/Introdotto.lrl",
+                              "Report/IntrodottoConcessionario.lrl",
+                              "Stampe.db",
+                              "pers/StampePers.db",
+                              "Preferenze.db",
+                              "Lorvane.ini",
+                              "Lorvane.db"};
 
 void checkOptions(const DemoOptions& options) {
     if (options.venues < 1 || options.venues > 9999) {

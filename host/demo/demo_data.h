@@ -18,8 +18,10 @@ struct DemoOptions {
 
 // Writes below `folder` (created if missing):
 //   Lorvane.db            the main database, filled
-//   Stampe.db             the standard report catalogue, empty
-//   pers/StampePers.db    the personalised report catalogue, empty
+//   Stampe.db             the standard report catalogue
+//   pers/StampePers.db    the personalised report catalogue
+//   Report/, pers/        the layouts and work-database templates they list
+//                         (the trial balance, the takings report)
 //   Preferenze.db         the grid views, with the default view of the venues
 //   Lorvane.ini           the host's settings: company name, user, options
 // Everything is written in a staging folder beside `folder` and moved into

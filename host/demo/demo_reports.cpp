@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "host/demo/demo_takings_report.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::demo {
@@ -124,17 +125,26 @@ void writeDemoReports(const QString& folder) {
     runScript(folder + u"/Report/Bilancio.mdb"_s, trialBalanceTemplate);
     writeFile(folder + u"/Report/Bilancio.lrl"_s, trialBalanceLayout(false));
     writeFile(folder + u"/pers/BilancioPers.lrl"_s, trialBalanceLayout(true));
+    runScript(folder + u"/Report/Introdotto.mdb"_s, takingsTemplateSql());
+    writeFile(folder + u"/Report/Introdotto.lrl"_s, takingsByVenueLayout());
+    writeFile(folder + u"/Report/IntrodottoConcessionario.lrl"_s, takingsByConcessionaireLayout());
     // The catalogue names files below Percorso the way the suite writes them.
     runScript(folder + u"/Stampe.db"_s,
               "INSERT INTO stampe (id, codiceStampa, Descrizione, NomeReport, nomeTemporaneo, "
               "Ordine) VALUES "
               "(1, 'StampaBilancio', 'Bilancio di verifica', 'Report\\Bilancio.lrl', "
-              "'Report\\Bilancio.mdb', 1);");
+              "'Report\\Bilancio.mdb', 1), "
+              "(2, 'StampaIntrodotto', 'Introdotto per locale', 'Report\\Introdotto.lrl', "
+              "'Report\\Introdotto.mdb', 1), "
+              "(3, 'StampaIntrodotto', 'Introdotto per concessionario', "
+              "'Report\\IntrodottoConcessionario.lrl', 'Report\\Introdotto.mdb', 2);");
     runScript(folder + u"/pers/StampePers.db"_s,
               "INSERT INTO stampe (id, codiceStampa, Descrizione, NomeReport, nomeTemporaneo, "
               "Ordine) VALUES "
               "(1, 'StampaBilancio', 'Bilancio di verifica per mastro', 'pers\\BilancioPers.lrl', "
-              "'Report\\Bilancio.mdb', 1);");
+              "'Report\\Bilancio.mdb', 1), "
+              "(2, 'StampaIntrodotto', 'Introdotto per locale', 'Report\\Introdotto.lrl', "
+              "'Report\\Introdotto.mdb', 1);");
 }
 
 }  // namespace lorvane::demo

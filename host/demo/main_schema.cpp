@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
+#include <algorithm>
 #include <vector>
 
 #include "platform/runtime_error.h"
@@ -977,6 +978,21 @@ void createDatabase(const QString& path, const std::vector<Table>& tables,
 void createMainDatabase(const QString& path) {
     createDatabase(path, mainTables(), std::vector<Index>(std::begin(mainIndexes),
                                                           std::end(mainIndexes)));
+}
+
+QByteArray mainTablesSql(const QStringList& tables) {
+    const std::vector<Table> all = mainTables();
+    QStringList statements;
+    for (const QString& name : tables) {
+        const auto table = std::find_if(all.begin(), all.end(), [&](const Table& t) {
+            return QLatin1StringView(t.name) == name;
+        });
+        if (table == all.end()) {
+            throw RuntimeError(u"La tabella '%1' non è del database principale."_s.arg(name));
+        }
+        statements << createTableSql(*table);
+    }
+    return (statements.join(u";\n"_s) + u";\n"_s).toUtf8();
 }
 
 void createCatalogueDatabase(const QString& path) {
