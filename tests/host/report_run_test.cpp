@@ -1,6 +1,6 @@
-// The trial balance end to end, as a user scripts it: "lorvane run" on a demo
-// installation exports it, and readers nobody here wrote find in the files the
-// totals that a plain sum of the period's accounting lines gives.
+// Reports end to end, as a user scripts them: "lorvane run" on a demo
+// installation exports them, and readers nobody here wrote find in the files
+// the totals that a plain SQL sum gives.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 using testing::ProcessResult;
 using testing::runProgram;
 
-class TrialBalanceRun : public ::testing::Test {
+class ReportRun : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         scratch = new QTemporaryDir;
@@ -71,7 +71,7 @@ class TrialBalanceRun : public ::testing::Test {
 // "1.234.567,89" as cents.
 qint64 cents(QString amount) { return amount.remove(u'.').remove(u',').toLongLong(); }
 
-TEST_F(TrialBalanceRun, ThePdfTotalsAreTheLinesOfThePeriod) {
+TEST_F(ReportRun, ThePdfTotalsAreTheLinesOfThePeriod) {
     const auto [dare, avere] = linesOfThePeriod();
     ASSERT_GT(dare, 0);
     EXPECT_EQ(dare, avere) << "every note balances";
@@ -91,7 +91,7 @@ TEST_F(TrialBalanceRun, ThePdfTotalsAreTheLinesOfThePeriod) {
     EXPECT_EQ(cents(total.captured(3)), 0);
 }
 
-TEST_F(TrialBalanceRun, TheWorkbookHoldsTheSameFiguresAsNumbers) {
+TEST_F(ReportRun, TheWorkbookHoldsTheSameFiguresAsNumbers) {
     const auto [dare, avere] = linesOfThePeriod();
     const QString xls = exportBalance(u"CmdExportExcel"_s);
     EXPECT_TRUE(xls.contains(u"/export/Xls/StampaBilancio"_s)) << xls.toStdString();
@@ -107,6 +107,34 @@ TEST_F(TrialBalanceRun, TheWorkbookHoldsTheSameFiguresAsNumbers) {
         runProgram(u"/usr/bin/python3"_s, {u"-c"_s, QString::fromUtf8(grandTotal), xls})
             .out.trimmed();
     EXPECT_EQ(figures, u"%1 %2 0"_s.arg(dare).arg(avere));
+}
+
+// The takings of every venue over the period: the PDF's grand total of
+// TotIntrodotto is the program's SQL sum over the same notes.
+TEST_F(ReportRun, TheTakingsGrandTotalIsTheSumOfTheNotes) {
+    const ProcessResult run =
+        lorvane({u"run"_s, u"StampaIntrodotto"_s, u"--percorso"_s, installation(), u"--today"_s,
+                 u"30/04/2025"_s, u"set"_s, u"txtDallaData=01/02/2025"_s, u"set"_s,
+                 u"txtAllaData=31/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                            .match(run.out)
+                            .captured(1);
+    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QRegularExpressionMatch total =
+        QRegularExpression(u"Totale generale\\s+([\\d.]+,\\d\\d)"_s).match(text);
+    ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
+
+    const ProcessResult sum = lorvane(
+        {u"sql"_s, installation() + u"/Lorvane.db"_s,
+         u"SELECT Round(Sum(TotIntrodotto) * 100, 0) FROM NoteTeste WHERE CodCausale = 'INC6' "
+         u"AND DataRegistrazione >= #02/01/2025# AND DataRegistrazione <= #03/31/2025# AND "
+         u"id IN (SELECT IdTesta FROM NoteIncassi) AND CodLocale IN (SELECT CodLocale FROM "
+         u"AnagraficaLocali WHERE Sospeso = 0)"_s});
+    const qint64 expected = sum.out.trimmed().section(u'\n', -1).remove(u'"').toLongLong();
+    EXPECT_GT(expected, 0);
+    EXPECT_EQ(cents(total.captured(1)), expected);
 }
 
 }  // namespace
