@@ -49,17 +49,7 @@ int runRenderCommand(const QStringList& args, QTextStream& out, QTextStream& err
             report->Export(false);
         }
         if (outputs.contains(u"--png"_s)) {
-            const QDir folder(outputs[u"--png"_s]);
-            if (!folder.exists() && !QDir().mkpath(folder.path())) {
-                throw RuntimeError(u"Impossibile creare la cartella '%1'."_s.arg(folder.path()));
-            }
-            for (size_t i = 0; i < document.pages.size(); ++i) {
-                const QString file =
-                    folder.filePath(u"pagina-%1.png"_s.arg(i + 1, 3, 10, QChar(u'0')));
-                if (!engine::pageImage(document.pages[i], PngDpi).save(file)) {
-                    throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(file));
-                }
-            }
+            engine::writePageImages(document, outputs[u"--png"_s], PngDpi);
         }
         out << document.pages.size() << (document.pages.size() == 1 ? " pagina\n" : " pagine\n");
     } catch (const RuntimeError& error) {

@@ -336,23 +336,13 @@ class ScriptedUser {
         window->close();
     }
 
-    // Each page at 96 dpi, written beside its final name and moved there, so
-    // that a reader never finds half a page.
+    // Each page at 96 dpi; a page that cannot be written stops the run.
     void savePages(const engine::PageDocument& document) {
-        const QDir folder(arguments_.previewPng);
-        if (!QDir().mkpath(folder.path())) {
-            stop(u"impossibile creare la cartella '%1'"_s.arg(folder.path()));
-            return;
-        }
-        for (size_t i = 0; i < document.pages.size(); ++i) {
-            const QString path = folder.filePath(u"pagina-%1.png"_s.arg(i + 1, 3, 10, QChar(u'0')));
-            QSaveFile file(path);
-            if (!file.open(QIODevice::WriteOnly) ||
-                !engine::pageImage(document.pages[i], 96).save(&file, "PNG") || !file.commit()) {
-                stop(u"impossibile scrivere il file '%1'"_s.arg(path));
-                return;
-            }
-            print(u"PNG "_s + path);
+        try {
+            for (const QString& path : engine::writePageImages(document, arguments_.previewPng, 96))
+                print(u"PNG "_s + path);
+        } catch (const RuntimeError& error) {
+            stop(error.message());
         }
     }
 
@@ -540,19 +530,12 @@ int runScreenCommand(const QStringList& args, QTextStream& out, QTextStream& err
     const QString folder = arguments.percorso.value_or(defaultInstallation());
     entry::HostPtr host;
     try {
-        if (!QFileInfo::exists(folder + u'/' + QLatin1String(InstallationFiles::MainDatabase))) {
-            if (arguments.percorso) {
-                throw RuntimeError(
-                    u"La cartella '%1' non contiene un'installazione di Lorvane (manca %2)."_s.arg(
-                        folder, QLatin1String(InstallationFiles::MainDatabase)));
-            }
-            QDir().mkpath(QFileInfo(folder).absolutePath());
-            demo::DemoOptions options;
-            options.lastDay = platform::Today();
-            demo::writeDemoInstallation(folder, options);
+        if (arguments.percorso && !isInstallation(folder)) {
+            throw RuntimeError(
+                u"La cartella '%1' non contiene un'installazione di Lorvane (manca %2)."_s.arg(
+                    folder, QLatin1String(InstallationFiles::MainDatabase)));
         }
-        QDir().mkpath(platform::workFolder());
-        registerComponents();
+        prepareInstallation(folder);
         host = openHost(folder, arguments.hostLog);
     } catch (const RuntimeError& error) {
         err << error.message() << Qt::endl;

@@ -4,7 +4,13 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <QDir>
+
+#include "host/demo/demo_data.h"
+#include "host/reference_host.h"
+#include "platform/clock.h"
 #include "platform/component_registry.h"
+#include "platform/windows_paths.h"
 
 namespace lorvane::host {
 
@@ -24,6 +30,21 @@ void registerComponents() {
             path = QCoreApplication::applicationDirPath() + u'/' + QFileInfo(path).fileName();
         platform::ComponentRegistry::registerServer(path);
     }
+}
+
+bool isInstallation(const QString& folder) {
+    return QFileInfo::exists(folder + u'/' + QLatin1String(InstallationFiles::MainDatabase));
+}
+
+void prepareInstallation(const QString& folder) {
+    if (!isInstallation(folder)) {
+        QDir().mkpath(QFileInfo(folder).absolutePath());
+        demo::DemoOptions options;
+        options.lastDay = platform::Today();
+        demo::writeDemoInstallation(folder, options);
+    }
+    QDir().mkpath(platform::workFolder());
+    registerComponents();
 }
 
 }  // namespace lorvane::host

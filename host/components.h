@@ -1,5 +1,6 @@
 // What the launcher and the scripted run share: the installation used when
-// none is given, and the component libraries built with the program.
+// none is given, made ready for use, and the component libraries built with
+// the program.
 #pragma once
 
 #include <QString>
@@ -13,5 +14,13 @@ QString defaultInstallation();
 // that the suite's objects are created by program id. Throws RuntimeError
 // naming a library that cannot be registered.
 void registerComponents();
+
+// True when `folder` holds an installation (its main database).
+bool isInstallation(const QString& folder);
+
+// Makes `folder` ready for a session: the demo installation written there
+// when it holds none (its last day today, by the platform's clock), the work
+// folder made, the component libraries registered. Throws RuntimeError.
+void prepareInstallation(const QString& folder);
 
 }  // namespace lorvane::host

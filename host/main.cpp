@@ -1,8 +1,6 @@
 // The lorvane program: the reference host of the printing module (its main
 // window, the launcher) and its command-line tools.
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QTextStream>
 #include <memory>
@@ -12,11 +10,9 @@
 #include "host/cli_sql.h"
 #include "host/components.h"
 #include "host/demo/cli_demo_install.h"
-#include "host/demo/demo_data.h"
 #include "host/launcher_window.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
-#include "platform/windows_paths.h"
 
 namespace {
 
@@ -51,15 +47,9 @@ int runLauncher(const QStringList& args) {
     if (const qsizetype at = args.indexOf(u"--percorso"_s); at >= 0 && at + 1 < args.size())
         folder = args[at + 1];
     try {
-        if (!QFileInfo::exists(folder + u'/' +
-                               QLatin1String(host::InstallationFiles::MainDatabase))) {
-            QApplication::setOverrideCursor(Qt::WaitCursor);
-            QDir().mkpath(QFileInfo(folder).absolutePath());
-            demo::writeDemoInstallation(folder, demo::DemoOptions{});
-            QApplication::restoreOverrideCursor();
-        }
-        QDir().mkpath(platform::workFolder());
-        host::registerComponents();
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        host::prepareInstallation(folder);
+        QApplication::restoreOverrideCursor();
         auto referenceHost = std::make_shared<host::ReferenceHost>(folder);
         auto* window = new host::LauncherWindow(referenceHost);
         window->setAttribute(Qt::WA_DeleteOnClose);

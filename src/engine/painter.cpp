@@ -2,7 +2,11 @@
 
 #include <zint.h>
 
+#include <QDir>
+#include <QSaveFile>
 #include <memory>
+
+#include "platform/runtime_error.h"
 
 namespace lorvane::engine {
 
@@ -110,6 +114,23 @@ QImage pageImage(const Page& page, double dpi) {
     painter.scale(scale, scale);
     paintPage(painter, page);
     return image;
+}
+
+QStringList writePageImages(const PageDocument& document, const QString& folder, double dpi) {
+    using namespace Qt::StringLiterals;
+    if (!QDir().mkpath(folder))
+        throw RuntimeError(u"Impossibile creare la cartella '%1'."_s.arg(folder));
+    QStringList written;
+    for (size_t i = 0; i < document.pages.size(); ++i) {
+        const QString path =
+            QDir(folder).filePath(u"pagina-%1.png"_s.arg(i + 1, 3, 10, QChar(u'0')));
+        QSaveFile file(path);
+        if (!file.open(QIODevice::WriteOnly) ||
+            !pageImage(document.pages[i], dpi).save(&file, "PNG") || !file.commit())
+            throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(path));
+        written << path;
+    }
+    return written;
 }
 
 }  // namespace lorvane::engine

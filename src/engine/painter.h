@@ -15,4 +15,10 @@ void paintPage(QPainter& painter, const Page& page);
 // The page as an image at `dpi` dots per inch, on white.
 QImage pageImage(const Page& page, double dpi);
 
+// Writes every page as `folder`/pagina-001.png, pagina-002.png… at `dpi`
+// dots per inch, each beside its name first and then moved there, so that a
+// reader never finds half a page; makes the folder. Gives the paths written.
+// Throws RuntimeError naming the folder or the file that cannot be written.
+QStringList writePageImages(const PageDocument& document, const QString& folder, double dpi);
+
 }  // namespace lorvane::engine

@@ -29,14 +29,6 @@ namespace {
 constexpr int TabStampeBase = 0;
 constexpr int TabPersonalizzate = 1;
 
-// The runtime's failure on an object reference that was never set.
-template <typename Pointer>
-auto& impostato(const Pointer& object) {
-    if (!object)
-        throw RuntimeError(u"Variabile oggetto o variabile del blocco With non impostata"_s);
-    return *object;
-}
-
 entry::HostApplication& host() { return impostato(entry::moduleValues().host); }
 
 // Opens one catalogue through the host and adds its rows for the report code

@@ -19,4 +19,14 @@ class RuntimeError : public std::runtime_error {
     QString message_;
 };
 
+// The object behind `object`; the runtime's failure on an object reference
+// that was never set when there is none.
+template <typename Pointer>
+auto& impostato(const Pointer& object) {
+    if (!object)
+        throw RuntimeError(
+            QStringLiteral("Variabile oggetto o variabile del blocco With non impostata"));
+    return *object;
+}
+
 }  // namespace lorvane

@@ -85,12 +85,7 @@ FilterScreen::FilterScreen(ScreenProfile profile) : profile_(std::move(profile))
     wireControls();
 }
 
-entry::HostApplication& FilterScreen::host() const {
-    const entry::HostPtr& host = entry::moduleValues().host;
-    if (!host)
-        throw RuntimeError(u"Variabile oggetto o variabile del blocco With non impostata."_s);
-    return *host;
-}
+entry::HostApplication& FilterScreen::host() const { return impostato(entry::moduleValues().host); }
 
 void FilterScreen::onClick(QPushButton* button, std::function<void()> handler) {
     if (!button) return;
@@ -371,8 +366,8 @@ qint16 FilterScreen::PreparaDati() {
 
 namespace lorvane::screens {
 
-std::span<const ComboList> standardLists() {
-    static const ComboList lists[] = {
+std::vector<ComboList> standardLists() {
+    return {
         {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
         {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente'",
          {{"ComboAgente", "CodiceOperatore"}}},
@@ -381,7 +376,13 @@ std::span<const ComboList> standardLists() {
          {{"cmbConcessionario", "CodiceConcessionario"},
           {"CmbConcessionario2", "CodiceConcessionario"}}},
     };
-    return lists;
+}
+
+ScreenProfile standardProfile(const QString& titolo) {
+    ScreenProfile profile;
+    profile.titolo = titolo;
+    profile.lists = standardLists();
+    return profile;
 }
 
 }  // namespace lorvane::screens

@@ -156,7 +156,8 @@ class FilterScreen : public QWidget {
     void onClick(QPushButton* button, std::function<void()> handler);
 
     // The venues of a run (venue_selection.cpp).
-    void copyTickedVenue(const QString& code, db::Recordset& workTable, db::Recordset& selection);
+    void copyTickedVenue(const QString& code, bool sospesi, db::Recordset& workTable,
+                         db::Recordset& selection);
 
     // The order of a run (output_run.cpp).
     void CmdStampa_Click();

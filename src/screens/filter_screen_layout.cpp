@@ -36,7 +36,7 @@ QComboBox* dropDownList(QWidget* parent, const char* name) {
     return combo;
 }
 
-QString rootTextOf(TreeHolds holds) {
+QString chkTuttiCaption(TreeHolds holds) {
     switch (holds) {
         case TreeHolds::Boards:
             return u"Tutte le schede"_s;
@@ -172,7 +172,7 @@ QWidget* FilterScreen::buildVenuePanel(QWidget* parent) {
         chkSospesi = named(new QCheckBox(u"Visualizza anche sospesi"_s, panel), "chkSospesi");
         criteria->addRow(chkSospesi);
     }
-    ChkTutti = named(new QCheckBox(rootTextOf(profile_.tree), panel), "ChkTutti");
+    ChkTutti = named(new QCheckBox(chkTuttiCaption(profile_.tree), panel), "ChkTutti");
     ChkTutti->setChecked(true);
     criteria->addRow(ChkTutti);
     CmdRicerca = named(new QPushButton(u"&Ricerca"_s, panel), "CmdRicerca");

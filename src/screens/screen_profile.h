@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QString>
-#include <span>
 #include <vector>
 
 namespace lorvane::screens {
@@ -122,7 +121,7 @@ struct ScreenProfile {
     bool numeroTerminale = false;  // CmbNumTerminale
     QString frame1Caption = QStringLiteral("Criteri");
     QString frame2Caption;  // the second box, when the screen has one
-    std::span<const ComboList> lists;
+    std::vector<ComboList> lists;
     const CausaliList* causali = nullptr;
     const SearchForms* searchForms = nullptr;  // null: the reference screen's
     VenueCopy venueCopy;
@@ -138,6 +137,9 @@ struct ScreenProfile {
 };
 
 // The four lists that nearly every screen opens.
-std::span<const ComboList> standardLists();
+std::vector<ComboList> standardLists();
+
+// A screen with the title `titolo` and the frame's plan otherwise, opening the four lists.
+ScreenProfile standardProfile(const QString& titolo);
 
 }  // namespace lorvane::screens

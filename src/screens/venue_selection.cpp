@@ -127,7 +127,7 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
             Bar1->setValue(++visited);
             const QString key = KeyedTree::keyOf(node);
             if (KeyedTree::isTicked(node) && key.size() > 1)
-                copyTickedVenue(key.mid(1), *workTable, *selection);
+                copyTickedVenue(key.mid(1), sospesi, *workTable, *selection);
         }
     }
     return workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
@@ -135,9 +135,8 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
 
 // A venue the statement does not find (suspended since the search) fails at
 // the move to its first row, to the caller's handler.
-void FilterScreen::copyTickedVenue(const QString& code, db::Recordset& workTable,
+void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset& workTable,
                                    db::Recordset& selection) {
-    const bool sospesi = chkSospesi && chkSospesi->isChecked();
     db::RecordsetPtr venue =
         host().OpenRecordset(u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code +
                              u"' "_s + (sospesi ? QString() : u"AND Sospeso=0"_s));

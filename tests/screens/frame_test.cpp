@@ -283,10 +283,8 @@ class CountingScreen final : public screens::FilterScreen {
 
   private:
     static screens::ScreenProfile profileOf() {
-        screens::ScreenProfile profile;
-        profile.titolo = u"Prova"_s;
+        screens::ScreenProfile profile = screens::standardProfile(u"Prova"_s);
         profile.codiceStampa = "StampaBilancio";
-        profile.lists = screens::standardLists();
         return profile;
     }
     qint16 rows_;

@@ -14,7 +14,6 @@ namespace lorvane::testing {
 
 class RecordingHost final : public entry::HostApplication {
   public:
-    // Each database is a connection text, or "" when the test does not need it.
     // Each database is a connection text, or "" when the test does not need
     // it; the personalised catalogue is the standard one unless given.
     explicit RecordingHost(const QString& mainDatabase = QString(),

@@ -18,7 +18,7 @@ ExtraControl esattore(const QString& caption) {
     return control;
 }
 
-const screens::ComboList cassaLists[] = {
+const std::vector<screens::ComboList> cassaLists = {
     {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
     {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente' ORDER BY CodiceOperatore",
      {{"ComboAgente", "CodiceOperatore"}}},
@@ -32,7 +32,7 @@ const screens::ComboList cassaLists[] = {
 
 // The lists of the two ledger cards: agents by code, the collectors, and the
 // customer accounts of the chart.
-const screens::ComboList schedaLists[] = {
+const std::vector<screens::ComboList> schedaLists = {
     {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
     {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente' ORDER BY CodiceOperatore",
      {{"ComboAgente", "CodiceOperatore"}}},
@@ -53,13 +53,6 @@ const screens::CausaliList registroCausali = {
 const screens::CausaliList schedaContabCausali = {"SELECT * FROM AnagraficaCausali", nullptr, "",
                                                   true, false};
 
-ScreenProfile accountingProfile(const QString& titolo) {
-    ScreenProfile profile;
-    profile.titolo = titolo;
-    profile.lists = screens::standardLists();
-    return profile;
-}
-
 // The screens whose causali are checked before a run; they keep the tree
 // when "Tutti i locali" goes on, and show no hourglass.
 ScreenProfile withCausali(ScreenProfile profile, const screens::CausaliList& causali) {
@@ -73,7 +66,7 @@ ScreenProfile withCausali(ScreenProfile profile, const screens::CausaliList& cau
 
 ScreenProfile cassaProfile() {
     ScreenProfile profile =
-        withCausali(accountingProfile(u"Stampa cassa per periodo"_s), cassaCausali);
+        withCausali(screens::standardProfile(u"Stampa cassa per periodo"_s), cassaCausali);
     profile.dallaOnOpen = DateRule::Today;
     profile.lists = cassaLists;
     profile.extras = {esattore(u"Esattore che ha effettuato l'incasso"_s)};
@@ -81,7 +74,7 @@ ScreenProfile cassaProfile() {
 }
 
 ScreenProfile registroProfile(const QString& titolo) {
-    ScreenProfile profile = withCausali(accountingProfile(titolo), registroCausali);
+    ScreenProfile profile = withCausali(screens::standardProfile(titolo), registroCausali);
     profile.extras = {
         {ExtraControl::CheckBox, "chkEscludi", u"Escludi registrazioni senza corrispettivo"_s}};
     return profile;
@@ -94,7 +87,7 @@ ScreenProfile registro2Profile() {
 }
 
 ScreenProfile schedaLocaleProfile() {
-    ScreenProfile profile = accountingProfile(u"Stampa scheda Cliente"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa scheda Cliente"_s);
     profile.lists = schedaLists;
     profile.extras = {
         esattore(u"Esattore che ha effettuato l'operazione"_s),
@@ -106,7 +99,7 @@ ScreenProfile schedaLocaleProfile() {
 }
 
 ScreenProfile schedaContabProfile() {
-    ScreenProfile profile = accountingProfile(u"Stampa scheda Contabile"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa scheda Contabile"_s);
     profile.dallaOnReset = DateRule::FirstOfYear;
     profile.loadCallsReset = true;
     profile.lists = schedaLists;

@@ -17,7 +17,7 @@ using screens::ExtraControl;
 
 namespace {
 
-const screens::ComboList bilancioLists[] = {
+const std::vector<screens::ComboList> bilancioLists = {
     {"select * from anagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
     {"select * from anagraficaOperatori where mansione ='Agente'", {}},
     {"select * from anagraficazone", {}},
@@ -25,8 +25,7 @@ const screens::ComboList bilancioLists[] = {
 };
 
 screens::ScreenProfile bilancioProfile() {
-    screens::ScreenProfile profile;
-    profile.titolo = u"Stampa Bilancio di Verifica"_s;
+    screens::ScreenProfile profile = screens::standardProfile(u"Stampa Bilancio di Verifica"_s);
     profile.codiceStampa = "StampaBilancio";
     profile.dallaOnReset = screens::DateRule::Unchanged;
     profile.allaOnReset = screens::DateRule::Unchanged;

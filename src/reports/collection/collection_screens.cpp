@@ -12,15 +12,8 @@ using screens::TreeReset;
 
 namespace {
 
-ScreenProfile collectionProfile(const QString& titolo) {
-    ScreenProfile profile;
-    profile.titolo = titolo;
-    profile.lists = screens::standardLists();
-    return profile;
-}
-
 ScreenProfile percPagamentoGProfile() {
-    ScreenProfile profile = collectionProfile(u"Stampa percentuali di pagamento Globali"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa percentuali di pagamento Globali"_s);
     profile.extras = {{ExtraControl::CheckBox, "chkVisMag",
                        u"Visualizza anche apparecchi a magazzino"_s, ExtraControl::Criteria,
                        screens::keep(), screens::text(u"1"_s)}};
@@ -28,7 +21,7 @@ ScreenProfile percPagamentoGProfile() {
 }
 
 ScreenProfile hopperProfile() {
-    ScreenProfile profile = collectionProfile(u"Stampa situazione hopper"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa situazione hopper"_s);
     profile.dallaOnOpen = profile.allaOnOpen = DateRule::Missing;
     profile.dallaOnReset = profile.allaOnReset = DateRule::Missing;
     return profile;
@@ -46,7 +39,8 @@ ScreenProfile cambiamoneteProfile() {
 ScreenProfile accontiRefillProfile() {
     const bool refill =
         entry::moduleValues().codiceStampa.compare(u"Refill"_s, Qt::CaseInsensitive) == 0;
-    ScreenProfile profile = collectionProfile(refill ? u"Stampa Refill"_s : u"Stampa Acconti"_s);
+    ScreenProfile profile =
+        screens::standardProfile(refill ? u"Stampa Refill"_s : u"Stampa Acconti"_s);
     profile.dallaOnReset = DateRule::FirstOfYear;
     profile.loadCallsReset = true;
     profile.extras = {
@@ -58,7 +52,7 @@ ScreenProfile accontiRefillProfile() {
 }
 
 ScreenProfile differenzaPreuProfile() {
-    ScreenProfile profile = collectionProfile(u"Stampa Differenza Preu"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa Differenza Preu"_s);
     profile.dallaOnReset = DateRule::FirstOfYear;
     profile.extras = {
         {ExtraControl::TextBox, "txtPreuRich", u"Preu richiesto"_s, ExtraControl::Criteria,
@@ -72,10 +66,10 @@ ScreenProfile differenzaPreuProfile() {
 }  // namespace
 
 FrmStampaIntrodottoDistinta::FrmStampaIntrodottoDistinta()
-    : FilterScreen(collectionProfile(u"Stampa introdotto su distinte"_s)) {}
+    : FilterScreen(screens::standardProfile(u"Stampa introdotto su distinte"_s)) {}
 FrmPercPagamentoG::FrmPercPagamentoG() : FilterScreen(percPagamentoGProfile()) {}
 FrmPercPagamentoP::FrmPercPagamentoP()
-    : FilterScreen(collectionProfile(u"Stampa percentuali di pagamento Parziali"_s)) {}
+    : FilterScreen(screens::standardProfile(u"Stampa percentuali di pagamento Parziali"_s)) {}
 FrmStampaHopper::FrmStampaHopper() : FilterScreen(hopperProfile()) {}
 FrmStampaCambiamonete::FrmStampaCambiamonete() : FilterScreen(cambiamoneteProfile()) {}
 FrmStampaAccontiRefill::FrmStampaAccontiRefill() : FilterScreen(accontiRefillProfile()) {}

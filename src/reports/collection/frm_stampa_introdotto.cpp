@@ -20,33 +20,22 @@ namespace columns = workdb::columns;
 
 namespace {
 
-const screens::ComboList introdottoLists[] = {
-    {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
-    {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente'",
-     {{"ComboAgente", "CodiceOperatore"}}},
-    {"SELECT * FROM AnagraficaZone", {{"CmbZona", "CodiceZona"}}},
-    {"SELECT * FROM AnagraficaConcessionari",
-     {{"cmbConcessionario", "CodiceConcessionario"},
-      {"CmbConcessionario2", "CodiceConcessionario"}}},
-    {"SELECT DISTINCT NumeroTerminale FROM NoteTeste WHERE NOT NumeroTerminale IS NULL ORDER BY "
-     "NumeroTerminale",
-     {{"CmbNumTerminale", "NumeroTerminale"}}},
-};
-
 const screens::CausaliList introdottoCausali = {
     "SELECT * FROM AnagraficaCausali WHERE Introdotto <>0 ", "StampaIntrodotto", "'INC6'", true,
     false};
 
 ScreenProfile introdottoProfile() {
-    ScreenProfile profile;
-    profile.titolo = u"Stampa Introdotto per periodo"_s;
+    ScreenProfile profile = screens::standardProfile(u"Stampa Introdotto per periodo"_s);
     profile.dallaOnOpen = DateRule::Today;
     profile.treeOnReset = screens::TreeReset::EmptiedWithRoot;
     profile.loadCallsReset = true;
     profile.chkTuttiKeepsTree = true;
     profile.concessionario2 = true;
     profile.numeroTerminale = true;
-    profile.lists = introdottoLists;
+    profile.lists.push_back(
+        {"SELECT DISTINCT NumeroTerminale FROM NoteTeste WHERE NOT NumeroTerminale IS NULL "
+         "ORDER BY NumeroTerminale",
+         {{"CmbNumTerminale", "NumeroTerminale"}}});
     profile.causali = &introdottoCausali;
     profile.controllaCausali = true;
     profile.hourglass = false;
@@ -55,14 +44,6 @@ ScreenProfile introdottoProfile() {
 
 // The boards are asked for in batches of this many ids, to keep the IN list short.
 constexpr int boardsPerBatch = 100;
-
-// A recordset that a failed step left unopened fails where it is used, as
-// an object variable that was never set.
-db::Recordset& opened(const db::RecordsetPtr& recordset) {
-    if (!recordset)
-        throw RuntimeError(u"Variabile oggetto o variabile del blocco With non impostata."_s);
-    return *recordset;
-}
 
 }  // namespace
 
@@ -86,33 +67,28 @@ qint16 FrmStampaIntrodotto::PreparaDati() {
     Bar1->setValue(0);
     showErrorAndGoOn([&] { PreparaLocali(); });
 
-    // Copies what `sql` reads through the host into the work table, moving Bar1.
-    const auto copy = [this](const QString& sql, const char* table, const char* columns) {
+    // Copies what `sql` reads through the host into the work table, moving
+    // `bar` when given; a recordset a failed step left unopened fails where
+    // it is used.
+    const auto copy = [this](const QString& sql, const char* table, const char* columns,
+                             QProgressBar* bar) {
         db::RecordsetPtr source, target;
         showErrorAndGoOn([&] { source = host().OpenRecordset(sql); });
         showErrorAndGoOn([&] {
             target = workdb::ApriTabellaTemporanea(u"SELECT * FROM "_s + QLatin1String(table));
         });
         showErrorAndGoOn([&] {
-            workdb::CopiaRecordset(Bar1, QLatin1String(columns), opened(source), opened(target), 0);
+            workdb::CopiaRecordset(bar, QLatin1String(columns), impostato(source),
+                                   impostato(target), 0);
         });
         return target;
     };
     qint16 rows = 0;
-    const db::RecordsetPtr notes = copy(sqlNote(criteri), "NoteTeste", columns::NoteTeste48);
-    showErrorAndGoOn([&] { rows = screens::contoRighe(opened(notes).RecordCount()); });
-    copy(sqlRighe(criteri), "NoteRighe", columns::NoteRighe10);
-    copy(sqlLetture(criteri), "NoteIncassi", columns::NoteIncassi62);
-
-    db::RecordsetPtr companies, companiesCopy;
-    showErrorAndGoOn([&] { companies = host().OpenRecordset(sqlAziende(criteri)); });
-    showErrorAndGoOn([&] {
-        companiesCopy = workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaAziende"_s);
-    });
-    showErrorAndGoOn([&] {
-        workdb::CopiaTabella(QLatin1String(columns::AnagraficaAziende34), opened(companies),
-                             opened(companiesCopy), 0);
-    });
+    const db::RecordsetPtr notes = copy(sqlNote(criteri), "NoteTeste", columns::NoteTeste48, Bar1);
+    showErrorAndGoOn([&] { rows = screens::contoRighe(impostato(notes).RecordCount()); });
+    copy(sqlRighe(criteri), "NoteRighe", columns::NoteRighe10, Bar1);
+    copy(sqlLetture(criteri), "NoteIncassi", columns::NoteIncassi62, Bar1);
+    copy(sqlAziende(criteri), "AnagraficaAziende", columns::AnagraficaAziende34, nullptr);
 
     copiaSchede();
 

@@ -10,15 +10,8 @@ using screens::TreeReset;
 
 namespace {
 
-ScreenProfile documentProfile(const QString& titolo) {
-    ScreenProfile profile;
-    profile.titolo = titolo;
-    profile.lists = screens::standardLists();
-    return profile;
-}
-
 ScreenProfile sommeConsegnateProfile() {
-    ScreenProfile profile = documentProfile(u"Stampa somme consegnate al locale"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa somme consegnate al locale"_s);
     profile.dallaOnOpen = profile.dallaOnReset = DateRule::FirstOfMonth;
     profile.treeOnReset = TreeReset::EmptiedWithRoot;
     profile.extras = {
@@ -27,7 +20,7 @@ ScreenProfile sommeConsegnateProfile() {
 }
 
 ScreenProfile attoQuietanzaProfile() {
-    ScreenProfile profile = documentProfile(u"Stampa Atti di Quietanza"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa Atti di Quietanza"_s);
     profile.frame1Caption = u"Criteri per la generazione degli atti di quietanza "_s;
     return profile;
 }
@@ -45,7 +38,7 @@ ExtraControl labelSearchField(const char* name, const QString& caption) {
 // dates, one page, and the preview opens even when empty.
 ScreenProfile labelProfile(screens::TreeHolds holds, const char* secondField,
                            const QString& secondCaption, const QString& barcodeCaption) {
-    ScreenProfile profile = documentProfile(u"Stampa Etichette"_s);
+    ScreenProfile profile = screens::standardProfile(u"Stampa Etichette"_s);
     profile.dallaOnOpen = profile.allaOnOpen = DateRule::Missing;
     profile.dallaOnReset = profile.allaOnReset = DateRule::Missing;
     profile.tree = holds;
@@ -65,7 +58,8 @@ ScreenProfile labelProfile(screens::TreeHolds holds, const char* secondField,
 }  // namespace
 
 FrmSommeConsegnate::FrmSommeConsegnate() : FilterScreen(sommeConsegnateProfile()) {}
-FrmStampaQuietanza::FrmStampaQuietanza() : FilterScreen(documentProfile(u"Stampa Quietanza"_s)) {}
+FrmStampaQuietanza::FrmStampaQuietanza()
+    : FilterScreen(screens::standardProfile(u"Stampa Quietanza"_s)) {}
 FrmStampaAttoQuietanza::FrmStampaAttoQuietanza() : FilterScreen(attoQuietanzaProfile()) {}
 FrmStampaEtichette::FrmStampaEtichette()
     : FilterScreen(labelProfile(screens::TreeHolds::Boards, "txtAAMS", u"Codice AAMS"_s,
