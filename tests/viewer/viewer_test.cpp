@@ -18,12 +18,12 @@
 #include <QTreeWidget>
 
 #include "engine/engine_fixture.h"
+#include "engine/report_viewer.h"
 #include "entry/module_values.h"
+#include "output/frm_anteprima.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
 #include "support/recording_host.h"
-#include "output/frm_anteprima.h"
-#include "engine/report_viewer.h"
 
 namespace lorvane::engine {
 namespace {
@@ -213,25 +213,17 @@ TEST_F(ReportViewerTest, ZoomEntriesInPercentScaleByTheScreenResolution) {
     }
 }
 
-TEST_F(ReportViewerTest, FindGoesToALaterPageIgnoringCase) {
-    QTest::keyClicks(child<QLineEdit>(viewer, u"SearchText"_s), u"CASSA"_s);
+// Find looks after the current page, ignoring case, then from the start; a
+// text found nowhere leaves the page and says so.
+TEST_F(ReportViewerTest, FindGoesToTheNextPageHoldingTheText) {
+    QTest::keyClicks(child<QLineEdit>(viewer, u"SearchText"_s), u"MASTRO"_s);
     click(u"Find"_s);
-    EXPECT_EQ(viewer.currentPage(), 4);
-    EXPECT_TRUE(viewer.statusText().isEmpty());
-}
-
-TEST_F(ReportViewerTest, FindLooksAfterTheCurrentPageThenFromTheStart) {
-    viewer.goToPage(1);
-    EXPECT_TRUE(viewer.find(u"mastro"_s));
     EXPECT_EQ(viewer.currentPage(), 4);
     EXPECT_TRUE(viewer.find(u"mastro"_s));
     EXPECT_EQ(viewer.currentPage(), 1);
-}
 
-TEST_F(ReportViewerTest, FindWithoutAMatchStaysAndSaysSo) {
     viewer.goToPage(2);
-    QTest::keyClicks(child<QLineEdit>(viewer, u"SearchText"_s), u"Erario"_s);
-    QTest::keyClick(child<QLineEdit>(viewer, u"SearchText"_s), Qt::Key_Return);
+    EXPECT_FALSE(viewer.find(u"Erario"_s));
     EXPECT_EQ(viewer.currentPage(), 2);
     EXPECT_EQ(viewer.statusText(), u"Testo \"Erario\" non trovato."_s);
     EXPECT_TRUE(viewer.find(u"Banca"_s));
@@ -490,28 +482,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using engine::ReportViewer;
 
-struct TwipsRow {
-    const char* name;
-    int twips;
-    double dpi;
-    int pixels;
-};
-
-class TwipsToPixels : public ::testing::TestWithParam<TwipsRow> {};
-
-TEST_P(TwipsToPixels, ConvertsAt1440TwipsToTheInch) {
-    EXPECT_EQ(twipsToPixels(GetParam().twips, GetParam().dpi), GetParam().pixels);
-}
-
-INSTANTIATE_TEST_SUITE_P(Preview, TwipsToPixels,
-                         ::testing::Values(TwipsRow{"WidthAt96Dpi", 10800, 96, 720},
-                                           TwipsRow{"HeightAt96DpiRoundsUp", 6735, 96, 449},
-                                           TwipsRow{"HeightAt120DpiRoundsDown", 6735, 120, 561},
-                                           TwipsRow{"WidthAt144Dpi", 10800, 144, 1080},
-                                           TwipsRow{"OneInch", 1440, 72, 72},
-                                           TwipsRow{"Nothing", 0, 96, 0}),
-                         [](const auto& info) { return std::string(info.param.name); });
-
 class FrmAnteprimaTest : public ::testing::Test {
   protected:
     void SetUp() override { entry::moduleValues().host = host; }
@@ -533,8 +503,8 @@ class FrmAnteprimaTest : public ::testing::Test {
 TEST_F(FrmAnteprimaTest, OpensAsAnteprimaAtItsSizeInTwipsCentred) {
     FrmAnteprima& window = FrmAnteprima::instance();
     EXPECT_EQ(window.windowTitle(), u"Anteprima"_s);
-    EXPECT_EQ(window.width(), twipsToPixels(10800, window.logicalDpiX()));
-    EXPECT_EQ(window.height(), twipsToPixels(6735, window.logicalDpiY()));
+    EXPECT_EQ(window.width(), qRound(7.5 * window.logicalDpiX()));  // 10800 twips
+    EXPECT_EQ(window.height(), qRound(6735 / 1440.0 * window.logicalDpiY()));
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     EXPECT_EQ(window.x(), (screen.width() - window.width()) / 2);
     EXPECT_EQ(window.y(), (screen.height() - window.height()) / 2);
@@ -578,32 +548,22 @@ TEST_F(FrmAnteprimaTest, ViewerCloseButtonUnloadsTheWindow) {
     EXPECT_NE(FrmAnteprima::instance().Report1(), nullptr);
 }
 
-TEST_F(FrmAnteprimaTest, Timer1LeavesTheWindowOpenWhileTheFlagIsDown) {
+TEST_F(FrmAnteprimaTest, Timer1UnloadsTheWindowOnlyWhenTheHostAsks) {
     QPointer<FrmAnteprima> window(&FrmAnteprima::instance());
-    QTimer* timer = window->findChild<QTimer*>(u"Timer1"_s);
-    ASSERT_EQ(timer, window->Timer1());
-    EXPECT_EQ(timer->interval(), 3000);
-    EXPECT_TRUE(timer->isActive());
+    EXPECT_EQ(window->findChild<QTimer*>(u"Timer1"_s)->interval(), 3000);
     window->show();
-    tick(timer);
+    tick(window->Timer1());
     flushDeletes();
     ASSERT_FALSE(window.isNull());
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(window->Timer1()->isActive());
     EXPECT_EQ(host->calls, QStringList{u"ChiudiFinestre"_s});
-}
 
-TEST_F(FrmAnteprimaTest, Timer1UnloadsTheWindowWhenTheHostAsks) {
-    QPointer<FrmAnteprima> window(&FrmAnteprima::instance());
-    window->show();
     host->chiudiFinestre = true;
     tick(window->Timer1());
-    ASSERT_FALSE(window.isNull());
     EXPECT_FALSE(window->Timer1()->isActive());
-    EXPECT_FALSE(window->isVisible());
     flushDeletes();
     EXPECT_TRUE(window.isNull());
-    EXPECT_NE(&FrmAnteprima::instance(), nullptr);
 }
 
 TEST_F(FrmAnteprimaTest, AnteprimaReportSetsTheAuthorAndShowsPageOne) {
