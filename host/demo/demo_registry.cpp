@@ -532,10 +532,14 @@ void writeStock(Database& db, Random& random, const QDate& since, Registry& regi
     };
     for (Venue& venue : registry.venues) {
         if (!venue.active) continue;
-        const int count = 1 + (random.chance(0.75) ? random.below(2) + random.below(3) % 2
-                                                   : random.between(2, 3));
+        // Most venues are bars with a few machines, some are tobacconists with
+        // a row of them, and one in ten is a gaming hall.
+        const double kind = random.unit();
+        const int count = kind < 0.6   ? random.between(3, 6)
+                          : kind < 0.9 ? random.between(6, 10)
+                                       : random.between(12, 20);
         const QString main = QString::fromLatin1(random.pick(kConcessionaires).code);
-        for (int i = 0; i < std::min(count, 4); ++i) {
+        for (int i = 0; i < count; ++i) {
             const QString concessionaire =
                 random.chance(0.15) ? QString::fromLatin1(random.pick(kConcessionaires).code)
                                     : main;
