@@ -140,6 +140,37 @@ TEST_F(Introdotto, Descr3IsTheConcessionaireOfTheFirstPageOnly) {
                     .endsWith(u" AND ni.CodConcessionario='"_s + chosen + u"')"_s));
 }
 
+// More notes than a 16-bit count holds: the conversion fails, its message is
+// shown, the copy goes on, and the run is refused as empty.
+TEST_F(Introdotto, MoreThan32767NotesAreRefusedAsEmpty) {
+    const QString copy = mainDatabaseCopy();
+    const auto columns = [&](const char* table) {
+        return DatabaseFile::queryFile(
+            copy, QByteArray("SELECT group_concat(name) FROM pragma_table_info('") + table +
+                      "') WHERE name NOT IN ('id', 'IdTesta')");
+    };
+    const QString heads = columns("NoteTeste"), readings = columns("NoteIncassi");
+    const char* first =
+        "(SELECT MIN(id) FROM NoteTeste WHERE CodCausale = 'INC6' AND DataRegistrazione >= "
+        "'2025-02-01' AND id IN (SELECT IdTesta FROM NoteIncassi))";
+    const QString before = DatabaseFile::queryFile(copy, "SELECT MAX(id) FROM NoteTeste");
+    const QString copies[] = {
+        u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32800) "
+        u"INSERT INTO NoteTeste (%1) SELECT %1 FROM NoteTeste, n WHERE id = %2"_s.arg(heads,
+                                                                                  first),
+        u"INSERT INTO NoteIncassi (IdTesta, %1) SELECT nt.id, %2 FROM NoteTeste nt, NoteIncassi "
+        u"ni WHERE nt.id > %3 AND ni.id = (SELECT MIN(id) FROM NoteIncassi WHERE IdTesta = %4)"_s
+            .arg(readings, u"ni."_s + readings.split(u',').join(u", ni."_s), before, first)};
+    for (const QString& sql : copies)
+        ASSERT_EQ(DatabaseFile::queryFile(copy, sql.toUtf8().constData()), QString());
+
+    run(copy);
+    EXPECT_EQ(messages, QStringList({u"|0|Overflow"_s, u"Lorvane|64|Nessun dato da stampare"_s}));
+    EXPECT_TRUE(openedFiles.isEmpty());
+    EXPECT_GT(workQuery("SELECT COUNT(*) FROM NoteTeste").toInt(), 32767);
+    EXPECT_EQ(workQuery("SELECT Descr1 FROM Parametri"), u"01/01/2025"_s);
+}
+
 struct BoardsRow {
     int boards;
     int batches;
