@@ -34,6 +34,9 @@ ReferenceHost::ReferenceHost(const QString& folder)
                 percorso_, QLatin1String(InstallationFiles::MainDatabase)));
     }
     main_.Open(connectionText(mainFile));
+    // Screens write their venue choice into the suite's database one venue at
+    // a time: each write must not wait for the disk.
+    main_.useWriteAheadLog();
 }
 
 void ReferenceHost::Execute(const QString& sql) { main_.Execute(sql); }

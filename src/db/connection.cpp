@@ -226,6 +226,9 @@ void Connection::Open(const QString& connectionText) {
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     registerAccessFunctions(db);
     sqlite3_busy_timeout(db, 5000);
+    // The sorts and DISTINCTs of a report's statements are built in memory,
+    // not in temporary files.
+    execPragma(db, "PRAGMA temp_store=MEMORY");
     if (platform::isInWorkFolder(filePath_)) {
         // A work file is scratch: rebuilt by every run, read once by the report.
         execPragma(db, "PRAGMA synchronous=OFF");
@@ -238,6 +241,12 @@ void Connection::Close() {
     if (!session_) return;
     session_->close();
     session_.reset();
+}
+
+void Connection::useWriteAheadLog() {
+    sqlite3* db = session()->handle();
+    execPragma(db, "PRAGMA journal_mode=WAL");
+    execPragma(db, "PRAGMA synchronous=NORMAL");
 }
 
 int Connection::State() const { return session_ && session_->isOpen() ? StateOpen : StateClosed; }

@@ -33,6 +33,11 @@ class Connection {
     // Finalizes every statement and closes the file, so another reader can
     // open it at once. Closing a closed connection does nothing.
     void Close();
+    // Writes the open file through a write-ahead log, synced only when the
+    // log is folded back: a commit then costs no disk flush, and a crash may
+    // lose the last commits but never damages the file. The mode stays with
+    // the file; readers in other processes go on working.
+    void useWriteAheadLog();
     int State() const;
     bool IsOpen() const { return State() == StateOpen; }
     // The file of the open connection, or of the last one opened.

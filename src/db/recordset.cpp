@@ -216,6 +216,7 @@ void Recordset::resetState() {
     recentLookups_.fill({});
     insertedFields_.clear();
     insertSql_.clear();
+    readBackSql_.clear();
     store_.reset();
     rowIds_.clear();
     filterText_.clear();
@@ -465,11 +466,13 @@ void Recordset::UpdateBatch(int affect) {
 
 void Recordset::insertPending() {
     std::vector<bool> assignedFields(fields_.size());
-    std::vector<int> assigned;
+    std::vector<int> assigned, unassigned;
     for (int i = 0; i < int(fields_.size()); ++i) {
         if (pending_[size_t(i)]) {
             assignedFields[size_t(i)] = true;
             assigned.push_back(i);
+        } else {
+            unassigned.push_back(i);
         }
     }
     if (assignedFields != insertedFields_ || insertSql_.isEmpty()) {
@@ -483,6 +486,14 @@ void Recordset::insertPending() {
             insertSql_ += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
                           u",?"_s.repeated(columns.size() - 1) + u')';
         }
+        QStringList others;
+        for (const int i : unassigned) {
+            const QString& column = fields_[size_t(i)].originColumn_;
+            others << (column.isEmpty() ? u"NULL"_s : quoteName(column));
+        }
+        readBackSql_ = others.isEmpty() ? QString()
+                                        : u"SELECT "_s + others.join(u',') + u" FROM "_s +
+                                              quoteName(table_) + u" WHERE rowid=?"_s;
         insertedFields_ = std::move(assignedFields);
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.
@@ -507,7 +518,7 @@ void Recordset::insertPending() {
         throw;
     }
     rowIds_.push_back(sqlite3_last_insert_rowid(session_->handle()));
-    if (assigned.size() != fields_.size()) readBack(row);
+    if (!unassigned.empty()) readBack(row, unassigned);
     attachNewRow(row);
 }
 
@@ -527,23 +538,20 @@ void Recordset::bindCell(sqlite3_stmt* statement, int index, int row, int column
     }
 }
 
-// Reads back an added row whose fields were not all given: the database filled
-// in defaults and the counter.
-void Recordset::readBack(int row) {
-    QStringList selected;
-    for (const Field& field : fields_) {
-        selected << (field.originColumn_.isEmpty() ? u"NULL"_s : quoteName(field.originColumn_));
-    }
-    const QString read =
-        u"SELECT "_s + selected.join(u',') + u" FROM "_s + quoteName(table_) + u" WHERE rowid=?"_s;
-    sqlite3_stmt* select = session_->prepare(read, source_);
+// Reads back the fields an added row did not give: the database filled in
+// their defaults and the counter.
+void Recordset::readBack(int row, const std::vector<int>& unassigned) {
+    std::vector<Variant> values(fields_.size());
+    for (int i = 0; i < int(fields_.size()); ++i)
+        values[size_t(i)] = cell(row, i);
+    sqlite3_stmt* select = session_->prepare(readBackSql_, source_);
     sqlite3_bind_int64(select, 1, rowIds_[size_t(row)]);
-    std::vector<Variant> values(fields_.size(), Variant::null());
-    if (sqlite3_step(select) == SQLITE_ROW) {
-        for (int i = 0; i < int(fields_.size()); ++i) {
-            values[size_t(i)] =
-                variantFromSqlite(sqlite3_column_value(select, i), fields_[size_t(i)].type_.code);
-        }
+    const bool found = sqlite3_step(select) == SQLITE_ROW;
+    for (int k = 0; k < int(unassigned.size()); ++k) {
+        const int i = unassigned[size_t(k)];
+        values[size_t(i)] = found ? variantFromSqlite(sqlite3_column_value(select, k),
+                                                      fields_[size_t(i)].type_.code)
+                                  : Variant::null();
     }
     sqlite3_reset(select);
     storeRow(values, row);

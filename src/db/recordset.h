@@ -146,7 +146,7 @@ class Recordset {
     void insertPending();
     void updatePending();
     void bindCell(sqlite3_stmt* statement, int index, int row, int column);
-    void readBack(int row);
+    void readBack(int row, const std::vector<int>& unassigned);
     void storeRow(const std::vector<Variant>& values, int row);
     void attachNewRow(int row);
     void resetState();
@@ -176,10 +176,11 @@ class Recordset {
 
     int editMode_ = EditNone;
     std::vector<std::optional<Variant>> pending_;
-    // The INSERT of the last added row and which fields it wrote: a copy adds
-    // every row with the same fields.
+    // The INSERT of the last added row, which fields it wrote, and the SELECT
+    // that reads back the others: a copy adds every row with the same fields.
     std::vector<bool> insertedFields_;
     QString insertSql_;
+    QString readBackSql_;  // empty when the row gave every field
 
     mutable int viewedRow_ = -1;
     mutable RowStore::RowView rowView_;

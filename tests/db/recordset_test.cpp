@@ -167,6 +167,14 @@ TEST_F(RecordsetTest, AddNewAndUpdateWriteTheRowAtOnce) {
     recordset->UpdateBatch(Recordset::AffectAllChapters);
     EXPECT_EQ(file.query("SELECT id, CodLocale, Insegna, Sospeso FROM Locali WHERE id = 4"),
               u"4|L4|Bar Nuovo|NULL"_s);
+
+    // A row giving fewer fields than the one before reads the others back.
+    recordset->AddNew();
+    recordset->Fields(u"CodLocale"_s) = u"L5"_s;
+    recordset->Update();
+    EXPECT_EQ(recordset->Fields(u"id"_s).Value().text(), u"5"_s);
+    EXPECT_TRUE(recordset->Fields(u"Insegna"_s).Value().isNull());
+    EXPECT_EQ(recordset->Fields(u"CodLocale"_s).Value().text(), u"L5"_s);
 }
 
 TEST_F(RecordsetTest, AssigningInTheCurrentRowEditsIt) {
