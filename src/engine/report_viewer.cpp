@@ -217,7 +217,11 @@ void ReportViewer::buildToolbar(QToolBar* bar) {
     pageNumber_ = new QLineEdit(bar);
     pageNumber_->setObjectName(u"PageNumber"_s);
     pageNumber_->setAlignment(Qt::AlignCenter);
-    pageNumber_->setMaximumWidth(80);
+    // Wide enough for "1234 / 1234": a year's report runs to hundreds of pages.
+    const int pageBoxWidth =
+        pageNumber_->fontMetrics().horizontalAdvance(u"0000 / 0000"_s) + 16;
+    pageNumber_->setMinimumWidth(pageBoxWidth);
+    pageNumber_->setMaximumWidth(pageBoxWidth);
     connect(pageNumber_, &QLineEdit::returnPressed, this, [this] { pageNumberEntered(); });
     bar->addWidget(pageNumber_);
     nextButton_ = button(u"NextPage"_s, u">"_s, [this] { goToPage(currentPage_ + 1); });
