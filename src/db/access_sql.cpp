@@ -63,7 +63,8 @@ struct SelectShape {
     QString table;
     QString alias;
     QString head;  // "SELECT " and what precedes the select list
-    QString tail;  // the select list and everything after it
+    QString list;  // the select list
+    QString rest;  // everything after the select list
 };
 
 int parseInt(const QString& text, bool* ok) { return text.toInt(ok); }
@@ -134,9 +135,11 @@ class Parser {
             if (shape.singleTable && !shape.grouped) {
                 result.updatableTable = shape.table;
                 const QString owner = shape.alias.isEmpty() ? shape.table : shape.alias;
-                result.sqlWithRowId = shape.head + quoteName(owner) + u".rowid AS "_s +
-                                      quoteName(QString::fromLatin1(RowIdColumn)) + u", "_s +
-                                      shape.tail;
+                // The row id goes last, so that ORDER BY 1 still means the
+                // first column asked for.
+                result.sqlWithRowId = shape.head + shape.list + u", "_s + quoteName(owner) +
+                                      u".rowid AS "_s +
+                                      quoteName(QString::fromLatin1(RowIdColumn)) + shape.rest;
             }
         } else if (first.isWord(u"INSERT")) {
             result.kind = StatementKind::Insert;
@@ -222,7 +225,8 @@ class Parser {
 
     struct SelectCore {
         QString head;  // "SELECT " [DISTINCT]
-        QString tail;  // list FROM ... WHERE ... GROUP BY ... HAVING ...
+        QString list;  // the select list
+        QString tail;  // FROM ... WHERE ... GROUP BY ... HAVING ...
         QString top;
         SelectShape shape;
     };
@@ -255,7 +259,7 @@ class Parser {
         QString sql;
         for (size_t i = 0; i < cores.size(); ++i) {
             const SelectCore& core = cores[i];
-            QString text = core.head + core.tail;
+            QString text = core.head + core.list + core.tail;
             if (!core.top.isEmpty() && compound) {
                 text = u"SELECT * FROM ("_s + text + u" LIMIT "_s + core.top + u')';
             }
@@ -271,7 +275,8 @@ class Parser {
             *outerShape = cores.front().shape;
             outerShape->grouped = outerShape->grouped || compound;
             outerShape->head = cores.front().head;
-            outerShape->tail = cores.front().tail + orderBy + limit;
+            outerShape->list = cores.front().list;
+            outerShape->rest = cores.front().tail + orderBy + limit;
         }
         return sql;
     }
@@ -298,7 +303,7 @@ class Parser {
         do {
             items << parseSelectItem(&unnamed, &core.shape.grouped);
         } while (accept(TokenKind::Comma));
-        core.tail = items.join(u", "_s);
+        core.list = items.join(u", "_s);
 
         if (acceptWord(u"FROM")) core.tail += u" FROM "_s + parseFromList(&core.shape);
         if (acceptWord(u"WHERE")) core.tail += u" WHERE "_s + parseExpr().sql;

@@ -82,16 +82,14 @@ void Recordset::Open(const QString& accessSql, Connection& connection) {
         throw RuntimeError(u"L'istruzione non è di sola lettura: "_s + accessSql);
     }
 
-    const int first = withRowId ? 1 : 0;
-    const int columns = sqlite3_column_count(statement) - first;
+    const int columns = sqlite3_column_count(statement) - (withRowId ? 1 : 0);
     fields_.reserve(size_t(columns));
     for (int i = 0; i < columns; ++i) {
-        const int c = i + first;
-        const QString name = QString::fromUtf8(sqlite3_column_name(statement, c));
-        Field field(this, i, name, fieldTypeFromDeclaration(sqlite3_column_decltype(statement, c)));
+        const QString name = QString::fromUtf8(sqlite3_column_name(statement, i));
+        Field field(this, i, name, fieldTypeFromDeclaration(sqlite3_column_decltype(statement, i)));
         field.typedByValue_ = field.type_.code == DataType::Empty;
-        const char* table = sqlite3_column_table_name(statement, c);
-        const char* origin = sqlite3_column_origin_name(statement, c);
+        const char* table = sqlite3_column_table_name(statement, i);
+        const char* origin = sqlite3_column_origin_name(statement, i);
         if (withRowId && table && origin &&
             QString::fromUtf8(table).compare(translated.updatableTable, Qt::CaseInsensitive) == 0) {
             field.originColumn_ = QString::fromUtf8(origin);
@@ -115,15 +113,15 @@ void Recordset::Open(const QString& accessSql, Connection& connection) {
 }
 
 void Recordset::readRows(sqlite3_stmt* statement, bool withRowId) {
-    const int first = withRowId ? 1 : 0;
+    const int rowIdColumn = int(fields_.size());  // after the fields, when asked for
     int rc;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
         RowStore::Writer& writer = store_->writer();
         for (int i = 0; i < int(fields_.size()); ++i) {
-            appendCell(writer, sqlite3_column_value(statement, i + first), i);
+            appendCell(writer, sqlite3_column_value(statement, i), i);
         }
         store_->append(writer);
-        if (withRowId) rowIds_.push_back(sqlite3_column_int64(statement, 0));
+        if (withRowId) rowIds_.push_back(sqlite3_column_int64(statement, rowIdColumn));
     }
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(session_->handle()));

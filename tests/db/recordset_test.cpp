@@ -51,6 +51,15 @@ TEST_F(RecordsetTest, CountIsExactAtOnceAndMovingWalksEveryRow) {
     EXPECT_EQ(recordset->AbsolutePosition(), 1);
 }
 
+TEST_F(RecordsetTest, OrderByAPositionMeansTheColumnAskedFor) {
+    RecordsetPtr recordset = open(u"SELECT Rimanenza, CodLocale FROM Locali ORDER BY 1 DESC"_s);
+    QStringList codes;
+    for (; !recordset->Eof(); recordset->MoveNext())
+        codes << recordset->Fields(u"CodLocale"_s).Value().text();
+    EXPECT_EQ(codes, QStringList({u"L1"_s, u"L3"_s, u"L2"_s}));
+    EXPECT_TRUE(recordset->IsUpdatable());
+}
+
 TEST_F(RecordsetTest, EmptyResultIsBothBofAndEof) {
     RecordsetPtr recordset = open(u"SELECT * FROM Locali WHERE id = 99"_s);
     EXPECT_EQ(recordset->RecordCount(), 0);
