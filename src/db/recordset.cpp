@@ -540,8 +540,9 @@ void Recordset::bindCell(sqlite3_stmt* statement, int index, int row, int column
 // their defaults and the counter.
 void Recordset::readBack(int row, const std::vector<int>& unassigned) {
     std::vector<Variant> values(fields_.size());
-    for (int i = 0; i < int(fields_.size()); ++i)
-        values[size_t(i)] = cell(row, i);
+    for (int i = 0; i < int(fields_.size()); ++i) {
+        if (pending_[size_t(i)]) values[size_t(i)] = *pending_[size_t(i)];
+    }
     sqlite3_stmt* select = session_->prepare(readBackSql_, source_);
     sqlite3_bind_int64(select, 1, rowIds_[size_t(row)]);
     const bool found = sqlite3_step(select) == SQLITE_ROW;
