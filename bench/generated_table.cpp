@@ -25,10 +25,14 @@ const char* columnType(int i) {
 
 using Clock = std::chrono::steady_clock;
 
+// Deterministic rows, about a fifth of the cells Null.
+
+}  // namespace
+
 void exec(sqlite3* db, const QString& sql) {
     char* error = nullptr;
     if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &error) != SQLITE_OK) {
-        std::fprintf(stderr, "sqlite: %s\n", error);
+        std::fprintf(stderr, "sqlite: %s: %s\n", error, qPrintable(sql.left(200)));
         std::exit(2);
     }
 }
@@ -39,9 +43,17 @@ sqlite3* openRaw(const QString& path) {
     return db;
 }
 
-// Deterministic rows, about a fifth of the cells Null.
-
-}  // namespace
+qint64 scalar(sqlite3* db, const QString& sql) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &statement, nullptr) != SQLITE_OK) {
+        std::fprintf(stderr, "sqlite: %s: %s\n", sqlite3_errmsg(db), qPrintable(sql.left(200)));
+        std::exit(2);
+    }
+    const qint64 value =
+        sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : -1;
+    sqlite3_finalize(statement);
+    return value;
+}
 
 QString schema() {
     QStringList columns{u"id INTEGER PRIMARY KEY"_s};

@@ -9,9 +9,17 @@
 #include <chrono>
 #include <functional>
 
+struct sqlite3;
+
 namespace lorvane::bench {
 
 inline constexpr int Columns = 60;
+
+// The raw SQLite API, for anchors and checks: a failed statement ends the
+// benchmark with SQLite's message.
+sqlite3* openRaw(const QString& path);
+void exec(sqlite3* db, const QString& sql);
+qint64 scalar(sqlite3* db, const QString& sql);  // the first column of the first row, -1 if none
 
 // "CREATE TABLE T (id INTEGER PRIMARY KEY, C1 ..., C59 ...)".
 QString schema();

@@ -51,38 +51,6 @@ struct Period {
 
 // ---- the raw SQLite side: the anchor and the counts ----------------------
 
-class RawDatabase {
-  public:
-    explicit RawDatabase(const QString& path) {
-        if (sqlite3_open(path.toUtf8().constData(), &db_) != SQLITE_OK) fail("open");
-    }
-    ~RawDatabase() { sqlite3_close(db_); }
-    RawDatabase(const RawDatabase&) = delete;
-    RawDatabase& operator=(const RawDatabase&) = delete;
-
-    void exec(const QString& sql) {
-        if (sqlite3_exec(db_, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            fail(sql.toUtf8().constData());
-    }
-    qint64 scalar(const QString& sql) {
-        sqlite3_stmt* statement = nullptr;
-        if (sqlite3_prepare_v2(db_, sql.toUtf8().constData(), -1, &statement, nullptr) !=
-            SQLITE_OK)
-            fail(sql.toUtf8().constData());
-        const qint64 value =
-            sqlite3_step(statement) == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : -1;
-        sqlite3_finalize(statement);
-        return value;
-    }
-
-  private:
-    [[noreturn]] void fail(const char* what) {
-        std::fprintf(stderr, "sqlite: %s: %s\n", what, sqlite3_errmsg(db_));
-        std::exit(3);
-    }
-    sqlite3* db_ = nullptr;
-};
-
 QString isoDay(const QDate& day) { return day.toString(u"yyyy-MM-dd"_s); }
 
 // The notes the report selects: collections of the period, with a reading, of
@@ -117,18 +85,18 @@ double anchorCopy(const QString& installation, const Period& period, const QStri
     const auto start = Clock::now();
     QFile::remove(target);
     QFile::copy(installation + u"/Report/Introdotto.mdb"_s, target);
-    RawDatabase work(target);
-    work.exec(u"PRAGMA temp_store=MEMORY"_s);
-    work.exec(u"ATTACH DATABASE '%1' AS m"_s.arg(installation + u"/Lorvane.db"_s));
+    sqlite3* work = openRaw(target);
+    exec(work, u"PRAGMA temp_store=MEMORY"_s);
+    exec(work, u"ATTACH DATABASE '%1' AS m"_s.arg(installation + u"/Lorvane.db"_s));
     const auto insert = [&](const char* table, const char* columns, const QString& from) {
         const QString list = QLatin1String(columns);
-        work.exec(u"INSERT INTO %1 (%2) SELECT %2 FROM %3"_s.arg(QLatin1String(table), list, from));
+        exec(work, u"INSERT INTO %1 (%2) SELECT %2 FROM %3"_s.arg(QLatin1String(table), list, from));
     };
     const bool byKey = selection == Selection::ByKey;
-    work.exec(u"BEGIN"_s);
+    exec(work, u"BEGIN"_s);
     const char* venues = workdb::columns::AnagraficaLocali56;
     if (!byKey) {
-        work.exec(u"DELETE FROM m.AnagraficaLocali_Tmp"_s);
+        exec(work, u"DELETE FROM m.AnagraficaLocali_Tmp"_s);
         insert("m.AnagraficaLocali_Tmp", venues, u"m.AnagraficaLocali WHERE Sospeso = 0"_s);
     }
     insert("AnagraficaLocali", venues, u"m.AnagraficaLocali WHERE Sospeso = 0"_s);
@@ -144,19 +112,21 @@ double anchorCopy(const QString& installation, const Period& period, const QStri
     insert("AnagraficaAziende", workdb::columns::AnagraficaAziende34, u"m.AnagraficaAziende"_s);
     insert("MagSchede", workdb::columns::MagSchede55,
            u"m.MagSchede WHERE id IN (SELECT LinkScheda FROM main.NoteIncassi)"_s);
-    work.exec(u"INSERT INTO Parametri (Parametri, Descr1, Descr2) VALUES (' Dal %1 al %2', "
+    exec(work, u"INSERT INTO Parametri (Parametri, Descr1, Descr2) VALUES (' Dal %1 al %2', "
               u"'%1', '%2')"_s.arg(period.from.toString(u"dd/MM/yyyy"_s),
                                    period.to.toString(u"dd/MM/yyyy"_s)));
-    work.exec(u"COMMIT"_s);
+    exec(work, u"COMMIT"_s);
+    sqlite3_close(work);
     return seconds(start);
 }
 
 // "notes/lines/readings/boards" of a filled work file, to compare runs.
 QString workCounts(const QString& path) {
-    RawDatabase work(path);
+    sqlite3* work = openRaw(path);
     QStringList counts;
     for (const char* table : {"NoteTeste", "NoteRighe", "NoteIncassi", "MagSchede"})
-        counts << QString::number(work.scalar(u"SELECT COUNT(*) FROM %1"_s.arg(table)));
+        counts << QString::number(scalar(work, u"SELECT COUNT(*) FROM %1"_s.arg(table)));
+    sqlite3_close(work);
     return counts.join(u'/');
 }
 
@@ -309,8 +279,9 @@ int main(int argc, char** argv) {
 
     // A year: the count rule decides, the peak memory stays low. The run is
     // measured in a child process, whose outcome comes back in a file.
-    const qint64 yearNotes = RawDatabase(installation + u"/Lorvane.db"_s)
-                                 .scalar(u"SELECT COUNT(*) FROM "_s + selectedNotes(year, {}));
+    sqlite3* main = openRaw(installation + u"/Lorvane.db"_s);
+    const qint64 yearNotes = scalar(main, u"SELECT COUNT(*) FROM "_s + selectedNotes(year, {}));
+    sqlite3_close(main);
     const QString outcomeFile = folder.filePath(u"year.txt"_s);
     const long peakKb = childPeakKb([&] { runs.open(year, false); },
                                     [&] {
