@@ -266,9 +266,12 @@ class ScriptedUser {
         : arguments_(arguments), out_(out), err_(err) {}
 
     bool sawScreen() const { return sawScreen_; }
-    int exitCode() const { return exitCode_; }
+    // 0 when every action ran and nothing failed on the way; 3 when they all
+    // ran but the module showed a failure (an output that was not made).
+    int exitCode() const { return exitCode_ == 0 && sawFailure_ ? 3 : exitCode_; }
 
     int answer(const platform::Message& message) {
+        sawFailure_ = sawFailure_ || message.error;
         print(u"MSG [%1] [%2] %3"_s.arg(
             message.title.isEmpty() ? platform::defaultMessageTitle() : message.title,
             iconName(message.buttons), onOneLine(message.prompt)));
@@ -361,6 +364,7 @@ class ScriptedUser {
     QTextStream& out_;
     QTextStream& err_;
     bool sawScreen_ = false;
+    bool sawFailure_ = false;
     int exitCode_ = 0;
 };
 

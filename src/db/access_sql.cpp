@@ -161,6 +161,29 @@ class Parser {
     }
 
   private:
+    // --- nesting ------------------------------------------------------------
+
+    // Held by every rule that can recur on itself (an expression, so every
+    // bracket and function argument; NOT; a sign; a subquery; a bracketed
+    // join): a statement nested deeper than MaxSqlNesting is refused at the
+    // place it goes too deep, before the descent can run out of stack.
+    class Nesting {
+      public:
+        explicit Nesting(Parser* parser) : parser_(parser) {
+            if (++parser_->depth_ > MaxSqlNesting) {
+                parser_->fail(
+                    parser_->peek(),
+                    u"annidamento troppo profondo (più di %1 livelli)"_s.arg(MaxSqlNesting));
+            }
+        }
+        ~Nesting() { --parser_->depth_; }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+
+      private:
+        Parser* parser_;
+    };
+
     // --- token access -----------------------------------------------------
 
     const Token& peek(int ahead = 0) const {
@@ -232,6 +255,7 @@ class Parser {
     };
 
     QString parseSelect(SelectShape* outerShape) {
+        const Nesting nesting(this);
         std::vector<SelectCore> cores;
         std::vector<QString> operators;
         cores.push_back(parseSelectCore());
@@ -358,6 +382,7 @@ class Parser {
 
     // A table, a derived table or a parenthesised join, followed by joins.
     QString parseTableRef(SelectShape* shape, int* sources, bool* plainTable) {
+        const Nesting nesting(this);
         QString sql = parseTablePrimary(shape, sources, plainTable);
         while (true) {
             QString join;
@@ -589,6 +614,8 @@ class Parser {
             const Token& token = peek();
             if (token.is(TokenKind::End)) break;
             if (depth == 0 && (token.is(TokenKind::Comma) || token.is(TokenKind::RParen))) break;
+            if (token.is(TokenKind::Semicolon))
+                fail(token, u"\";\" non ammesso nella definizione di un campo"_s);
             take();
             switch (token.kind) {
                 case TokenKind::LParen:
@@ -634,7 +661,10 @@ class Parser {
 
     // --- expressions, from the loosest operator to the tightest -------------
 
-    Expr parseExpr() { return parseOr(); }
+    Expr parseExpr() {
+        const Nesting nesting(this);
+        return parseOr();
+    }
 
     static Expr binary(const Expr& left, const QString& op, const Expr& right) {
         Expr e;
@@ -665,6 +695,7 @@ class Parser {
 
     Expr parseNot() {
         if (peek().isWord(u"NOT")) {
+            const Nesting nesting(this);
             take();
             Expr operand = parseNot();
             operand.sql = u"(NOT "_s + operand.sql + u')';
@@ -836,18 +867,25 @@ class Parser {
         return left;
     }
 
+    static QString negated(const QString& number) {
+        return number.startsWith(u'-') ? number.mid(1) : u'-' + number;
+    }
+
     Expr parseUnary() {
         if (peek().isOperator(u"-") || peek().isOperator(u"+")) {
+            const Nesting nesting(this);
             const bool minus = take().text == u"-";
             Expr operand = parseUnary();
+            // "(- " with its blank: the operand may itself start with "-"
+            // (True is -1), and "--" would open a comment.
             if (minus && operand.literal == Literal::Number) {
-                operand.value = u'-' + operand.value;
-                operand.sql = u"(-"_s + operand.sql + u')';
+                operand.value = negated(operand.value);
+                operand.sql = u"(- "_s + operand.sql + u')';
                 return operand;
             }
             Expr e;
             e.aggregate = operand.aggregate;
-            e.sql = minus ? u"(-"_s + operand.sql + u')' : operand.sql;
+            e.sql = minus ? u"(- "_s + operand.sql + u')' : operand.sql;
             return e;
         }
         return parsePower();
@@ -1003,6 +1041,7 @@ class Parser {
     const QString& sql_;
     std::vector<Token> tokens_;
     size_t pos_ = 0;
+    int depth_ = 0;
 };
 
 }  // namespace

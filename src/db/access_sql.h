@@ -26,6 +26,11 @@ struct TranslatedSql {
 
 inline constexpr char RowIdColumn[] = "__rowid__";
 
+// How deep a statement may nest: an expression (so each bracket and each
+// function argument), NOT, a sign, a subquery and a bracketed join each open
+// one level. Deeper statements are refused with an error, never a crash.
+inline constexpr int MaxSqlNesting = 256;
+
 // Translates `accessSql`. A statement may end with one ";"; anything after it
 // is a second statement and is refused before anything runs. Throws
 // RuntimeError quoting the statement and the place of the fault.

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
@@ -22,8 +23,9 @@ constexpr int StatementCacheLimit = 200;
 
 QString closedObjectMessage() { return u"Operazione non consentita se l'oggetto è chiuso."_s; }
 
-// SQLite's message in the words of the office that reads it.
-QString describeSqliteError(const QString& message) {
+// SQLite's message in the words of the office that reads it; `file` is the
+// database the message is about.
+QString describeSqliteError(const QString& message, const QString& file) {
     struct Pattern {
         const char* expression;
         const char* wording;
@@ -39,14 +41,18 @@ QString describeSqliteError(const QString& message) {
         {"^UNIQUE constraint failed: (.*)$", "Valore duplicato in %1"},
         {"^NOT NULL constraint failed: (.*)$", "Il campo %1 non può essere vuoto (Null)"},
         {"^table (.*) has no column named (.*)$", "La tabella '%1' non ha il campo '%2'"},
-        {"^(database is locked)$", "Il database è bloccato da un'altra operazione"},
-        {"^(attempt to write a readonly database)$", "Il database è in sola lettura"},
+        {"^database is locked$",
+         "Il database '%1' è bloccato da un altro programma o da un'altra operazione (atteso "
+         "invano che si liberasse)"},
+        {"^attempt to write a readonly database$",
+         "Il database '%1' è in sola lettura: il file o la sua cartella non si possono scrivere"},
     };
     for (const Pattern& pattern : patterns) {
         const QRegularExpression expression(QString::fromLatin1(pattern.expression));
         const QRegularExpressionMatch match = expression.match(message);
         if (!match.hasMatch()) continue;
         QString text = QString::fromUtf8(pattern.wording);
+        if (match.lastCapturedIndex() == 0) return text.arg(QDir::toNativeSeparators(file));
         for (int i = 1; i <= match.lastCapturedIndex(); ++i)
             text = text.arg(match.captured(i));
         return text;
@@ -59,7 +65,8 @@ void execPragma(sqlite3* db, const char* sql) {
     if (sqlite3_exec(db, sql, nullptr, nullptr, &error) != SQLITE_OK) {
         const QString message = QString::fromUtf8(error ? error : "");
         sqlite3_free(error);
-        throw RuntimeError(describeSqliteError(message));
+        throw RuntimeError(
+            describeSqliteError(message, QString::fromUtf8(sqlite3_db_filename(db, "main"))));
     }
 }
 
@@ -115,8 +122,10 @@ long Session::run(sqlite3_stmt* statement, const QString& accessSql) {
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
         sqlite3_reset(statement);
-        throw RuntimeError(describeSqliteError(message) + u" nell'istruzione: "_s + accessSql);
+        throw RuntimeError(describeSqliteError(message, path_) + u" nell'istruzione: "_s +
+                           accessSql);
     }
+    if (!sqlite3_stmt_readonly(statement)) lockWait_.givenUp = false;
     const long changed = sqlite3_stmt_readonly(statement) ? 0 : long(sqlite3_changes(db_));
     sqlite3_reset(statement);
     return changed;
@@ -152,7 +161,19 @@ void Session::close() {
 
 void Session::throwLastError(const QString& accessSql) const {
     const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
-    throw RuntimeError(describeSqliteError(message) + u" nell'istruzione: "_s + accessSql);
+    throw RuntimeError(describeSqliteError(message, path_) + u" nell'istruzione: "_s + accessSql);
+}
+
+int Session::onBusy(void* session, int attempt) {
+    LockWait& wait = static_cast<Session*>(session)->lockWait_;
+    if (wait.givenUp) return 0;
+    if (attempt == 0) wait.since.start();
+    if (wait.since.elapsed() >= LockWaitMs) {
+        wait.givenUp = true;
+        return 0;
+    }
+    sqlite3_sleep(20);
+    return 1;
 }
 
 // --- Connection -----------------------------------------------------------------
@@ -225,7 +246,7 @@ void Connection::Open(const QString& connectionText) {
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     registerAccessFunctions(db);
-    sqlite3_busy_timeout(db, 5000);
+    sqlite3_busy_handler(db, &Session::onBusy, session.get());
     // The sorts and DISTINCTs of a report's statements are built in memory,
     // not in temporary files.
     execPragma(db, "PRAGMA temp_store=MEMORY");

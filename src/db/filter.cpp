@@ -2,6 +2,7 @@
 
 #include "db/access_sql.h"
 #include "db/sql_tokenizer.h"
+#include "platform/message_text.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::db {
@@ -49,7 +50,8 @@ class FilterParser {
     const Token& take() { return tokens_[pos_ < tokens_.size() - 1 ? pos_++ : pos_]; }
 
     [[noreturn]] void fail(const QString& what) const {
-        throw RuntimeError(u"Filtro non valido (%1): %2"_s.arg(what, criteria_));
+        throw RuntimeError(
+            u"Filtro non valido (%1): %2"_s.arg(what, platform::elided(criteria_, 500)));
     }
 
     std::unique_ptr<RecordFilter::Node> parseGroup() {
@@ -64,9 +66,15 @@ class FilterParser {
 
     std::unique_ptr<RecordFilter::Node> parseTerm() {
         if (peek().is(TokenKind::LParen)) {
+            if (++depth_ > MaxFilterNesting) {
+                fail(u"più di %1 parentesi una dentro l'altra, al carattere %2"_s
+                         .arg(MaxFilterNesting)
+                         .arg(peek().offset + 1));
+            }
             take();
             auto group = parseGroup();
             if (!take().is(TokenKind::RParen)) fail(u"manca \")\""_s);
+            --depth_;
             return group;
         }
         const Token& name = take();
@@ -162,6 +170,7 @@ class FilterParser {
     const RecordFilter::FieldLookup& lookup_;
     std::vector<Token> tokens_;
     size_t pos_ = 0;
+    int depth_ = 0;
 };
 
 bool likeMatch(const RecordFilter::Node& term, const Variant& value) {

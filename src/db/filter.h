@@ -14,6 +14,11 @@
 
 namespace lorvane::db {
 
+// How many brackets a criterion may nest one inside the other; a deeper one
+// is refused with an error, never a crash (parsing, matching and freeing all
+// recur on the brackets).
+inline constexpr int MaxFilterNesting = 100;
+
 class RecordFilter {
   public:
     struct Field {

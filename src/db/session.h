@@ -3,6 +3,7 @@
 // recordset writes travel until UpdateBatch or Close.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QString>
 
@@ -44,12 +45,25 @@ class Session {
     // quoting `accessSql`.
     [[noreturn]] void throwLastError(const QString& accessSql) const;
 
+    // SQLite's busy handler: a lock held by another connection is waited for
+    // once, for at most LockWaitMs; once that wait has been given up, later
+    // statements fail at once until a write goes through again, so that a run
+    // of many statements does not wait that long on each.
+    static int onBusy(void* session, int attempt);
+    static constexpr qint64 LockWaitMs = 5000;
+
   private:
+    struct LockWait {
+        QElapsedTimer since;
+        bool givenUp = false;
+    };
+
     sqlite3* db_;
     QString path_;
     QHash<QString, TranslatedSql> translations_;
     QHash<QString, sqlite3_stmt*> statements_;
     bool writing_ = false;
+    LockWait lockWait_;
 };
 
 }  // namespace lorvane::db

@@ -1,15 +1,20 @@
 #include "db/sql_tokenizer.h"
 
+#include "platform/message_text.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::db {
+
+// A statement longer than this (in characters) is quoted cut in an error: the
+// place in the message says where the fault is.
+constexpr qsizetype MaxQuotedStatement = 500;
 
 void throwSqlError(const QString& sql, int offset, const QString& what) {
     const QString near = sql.mid(offset, 20).simplified();
     QString place = QStringLiteral("al carattere %1").arg(offset + 1);
     if (!near.isEmpty()) place += QStringLiteral(", vicino a \"%1\"").arg(near);
     throw RuntimeError(QStringLiteral("Errore di sintassi nell'istruzione SQL (%1, %2): %3")
-                           .arg(what, place, sql));
+                           .arg(what, place, platform::elided(sql, MaxQuotedStatement)));
 }
 
 namespace {

@@ -617,6 +617,8 @@ template <class... Ts>
 struct Overloaded : Ts... {
     using Ts::operator()...;
 };
+template <class... Ts>
+Overloaded(Ts...) -> Overloaded<Ts...>;
 
 // The order in which the wider type wins when two numbers meet: a Double
 // outranks Currency, and a Decimal outranks a Double.

@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "platform/message_text.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
@@ -135,7 +136,44 @@ class LayoutReader {
         return band;
     }
 
+    // The work file is opened in the work folder by its name: a name that
+    // climbs out of it or names a folder would open another file.
+    static bool isPlainFileName(const QString& name) {
+        if (name == u"."_s || name == u".."_s || name.trimmed().isEmpty()) return false;
+        return std::none_of(name.begin(), name.end(), [](QChar c) {
+            return c == u'/' || c == u'\\' || c == u':' || c.unicode() < 0x20;
+        });
+    }
+
+    // How deep the document's objects and arrays go, read before the JSON
+    // parser recurs into them; a layout needs about eight levels.
+    void checkNesting(const QByteArray& bytes) const {
+        int depth = 0;
+        bool inString = false;
+        for (qsizetype i = 0; i < bytes.size(); ++i) {
+            const char c = bytes[i];
+            if (inString) {
+                if (c == '\\') {
+                    ++i;
+                } else if (c == '"') {
+                    inString = false;
+                }
+            } else if (c == '"') {
+                inString = true;
+            } else if (c == '{' || c == '[') {
+                if (++depth > MaxLayoutNesting) {
+                    fail(u"annidamento troppo profondo (più di %1 livelli, carattere %2)"_s
+                             .arg(MaxLayoutNesting)
+                             .arg(i + 1));
+                }
+            } else if (c == '}' || c == ']') {
+                --depth;
+            }
+        }
+    }
+
     LayoutSpec read(const QByteArray& bytes, const QString& folder) const {
+        checkNesting(bytes);
         QJsonParseError error{};
         const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
         if (error.error != QJsonParseError::NoError) {
@@ -152,6 +190,11 @@ class LayoutReader {
         layout.query = text(data, "query");
         if (layout.workFile.isEmpty() || layout.query.isEmpty())
             fail(u"\"data\" deve indicare workFile e query"_s);
+        if (!isPlainFileName(layout.workFile)) {
+            fail(
+                u"\"workFile\" deve essere il nome di un file nella cartella di lavoro, "
+                u"senza cartelle: \"%1\""_s.arg(platform::elided(layout.workFile, 80)));
+        }
         const QJsonObject page = root.value(u"page"_s).toObject();
         layout.pageMm = pageSize(page);
         const QJsonArray margins = page.value(u"margins"_s).toArray();

@@ -57,8 +57,13 @@ struct LayoutSpec {
     QString folder;                 // where the layout file stands (for images)
 };
 
+// How deeply a layout file's objects and arrays may nest; deeper files are
+// refused before they are parsed.
+inline constexpr int MaxLayoutNesting = 32;
+
 // Reads a layout file. Throws RuntimeError naming the file and the fault for a
-// file that is missing, not JSON, or not a layout of this format.
+// file that is missing, not JSON, or not a layout of this format; a layout
+// whose work file is not a plain file name is not of this format.
 LayoutSpec loadLayout(const QString& path, const QString& folderForImages = QString());
 
 inline constexpr double PointsPerMm = 72.0 / 25.4;

@@ -3,27 +3,21 @@
 #include <QFile>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <cstdio>
 
 #include "engine/painter.h"
+#include "platform/output_file.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
 
 using namespace Qt::StringLiterals;
 
-void replaceFile(const QString& partial, const QString& path) {
-    if (std::rename(QFile::encodeName(partial).constData(), QFile::encodeName(path).constData()) !=
-        0) {
-        QFile::remove(partial);
-        throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(path));
-    }
-}
-
 void writePdf(const PageDocument& document, const QString& path, bool properties) {
-    const QString partial = path + u".part"_s;
+    // QPdfWriter does not look at its device's errors: the file keeps the
+    // first one, and commit() refuses to put a cut file in place.
+    platform::OutputFile file(path);
     {
-        QPdfWriter writer(partial);
+        QPdfWriter writer(&file);
         if (properties) writer.setTitle(document.title);
         writer.setCreator(u"Lorvane Stampe"_s);
         writer.setResolution(1200);
@@ -35,8 +29,8 @@ void writePdf(const PageDocument& document, const QString& path, bool properties
         writer.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Point);
         QPainter painter;
         if (!painter.begin(&writer)) {
-            QFile::remove(partial);
-            throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(path));
+            throw RuntimeError(platform::cannotWriteMessage(
+                path, file.failure().isEmpty() ? u"il PDF non si può iniziare"_s : file.failure()));
         }
         const double scale = writer.resolution() / 72.0;
         for (size_t i = 0; i < document.pages.size(); ++i) {
@@ -51,11 +45,7 @@ void writePdf(const PageDocument& document, const QString& path, bool properties
         }
         painter.end();
     }
-    if (QFile(partial).size() == 0) {
-        QFile::remove(partial);
-        throw RuntimeError(u"Impossibile scrivere il file '%1'."_s.arg(path));
-    }
-    replaceFile(partial, path);
+    file.commit();
 }
 
 }  // namespace lorvane::engine

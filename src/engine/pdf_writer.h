@@ -7,13 +7,11 @@
 
 namespace lorvane::engine {
 
-// Writes to a temporary name beside `path` and renames it into place, so a
-// failure never leaves a half file under the final name. Throws RuntimeError
-// naming the file when it cannot be written.
+// Writes to a temporary name beside `path`, every write checked, and renames
+// it into place, so a failure (a full disk too) never leaves a half file under
+// the final name. Throws RuntimeError naming the file and the cause when it
+// cannot be written.
 // With `properties`, the document's title goes into the file's properties.
 void writePdf(const PageDocument& document, const QString& path, bool properties = true);
-
-// Renames `partial` over `path`, or removes it and throws naming `path`.
-void replaceFile(const QString& partial, const QString& path);
 
 }  // namespace lorvane::engine

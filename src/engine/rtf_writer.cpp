@@ -1,13 +1,13 @@
 #include "engine/rtf_writer.h"
 
 #include <QDir>
-#include <QSaveFile>
 #include <algorithm>
 #include <array>
 #include <map>
 #include <span>
 #include <vector>
 
+#include "platform/output_file.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
@@ -249,16 +249,14 @@ void writeDocument(const Grid& grid, const RtfPage& page, Flush flush) {
 }  // namespace
 
 void writeRtf(const Grid& grid, const RtfPage& page, const QString& path) {
-    QSaveFile file(path);
-    const auto failure = [&](const QString& what) {
-        return RuntimeError(u"Impossibile %1 il documento Word '%2': %3"_s.arg(
-            what, QDir::toNativeSeparators(path), file.errorString()));
-    };
-    if (!file.open(QIODevice::WriteOnly)) throw failure(u"creare"_s);
+    platform::OutputFile file(path);
     writeDocument(grid, page, [&](const QByteArray& piece) {
-        if (file.write(piece) != piece.size()) throw failure(u"scrivere"_s);
+        if (file.write(piece) != piece.size()) {
+            throw RuntimeError(u"Impossibile scrivere il documento Word '%1': %2"_s.arg(
+                QDir::toNativeSeparators(path), file.failure()));
+        }
     });
-    if (!file.commit()) throw failure(u"completare"_s);
+    file.commit();
 }
 
 }  // namespace lorvane::engine

@@ -18,6 +18,7 @@
 #include <mutex>
 #include <tuple>
 
+#include "platform/output_file.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
@@ -805,7 +806,8 @@ void writeXls(const Grid& grid, const QString& path, const XlsOptions& options) 
     const QByteArray stream = workbookStream(grid, options, path);
 
     const QFileInfo info(path);
-    if (!info.dir().exists()) failWriting(path, u"la cartella non esiste"_s);
+    if (const QString problem = platform::folderProblem(info.absolutePath()); !problem.isEmpty())
+        failWriting(path, problem);
     const QString part = path + u".part"_s;
     const QString reason = writeCompoundFile(part, stream);
     if (!reason.isEmpty()) {

@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QLibrary>
 #include <QSettings>
+#include <map>
+#include <memory>
 
 namespace lorvane::platform {
 
@@ -35,19 +37,20 @@ QString keyOf(QSettings& settings, const QString& progId) {
 }
 
 // Loads a library once for the life of the process: objects made from it may
-// outlive every caller's interest in the library itself.
+// outlive every caller's interest in the library itself. The handles are
+// released at exit; the code stays mapped (a QLibrary going away does not
+// unload), since objects in other static storage may still run it.
 QLibrary* load(const QString& path, QString* error) {
-    static QHash<QString, QLibrary*> loaded;
+    static std::map<QString, std::unique_ptr<QLibrary>> loaded;
     const QString canonical = QFileInfo(path).absoluteFilePath();
-    if (QLibrary* library = loaded.value(canonical)) return library;
-    auto* library = new QLibrary(canonical);
+    if (const auto found = loaded.find(canonical); found != loaded.end())
+        return found->second.get();
+    auto library = std::make_unique<QLibrary>(canonical);
     if (!library->load()) {
         *error = library->errorString();
-        delete library;
         return nullptr;
     }
-    loaded.insert(canonical, library);
-    return library;
+    return loaded.emplace(canonical, std::move(library)).first->second.get();
 }
 
 void callEntry(const QString& libraryPath, const char* entry) {

@@ -15,7 +15,7 @@ bool showErrorAndGoOn(Statement&& statement) {
         statement();
         return true;
     } catch (const RuntimeError& error) {
-        MsgBox(error.message());
+        ErrorBox(error.message());
         return false;
     }
 }
@@ -27,7 +27,7 @@ bool showErrorAndLeave(Routine&& routine, int buttons = MsgBoxStyle::OkOnly) {
         routine();
         return true;
     } catch (const RuntimeError& error) {
-        MsgBox(error.message(), buttons);
+        ErrorBox(error.message(), buttons);
         return false;
     }
 }

@@ -2,6 +2,8 @@
 
 #include <QMessageBox>
 
+#include "platform/message_text.h"
+
 namespace lorvane::platform {
 
 namespace {
@@ -44,11 +46,26 @@ int showBox(const Message& message) {
     }
 }
 
+// Each line of a prompt cut to what a box can show: a value of thousands of
+// characters quoted in a message would hide the rest of it.
+QString readablePrompt(const QString& prompt) {
+    constexpr qsizetype MaxLineChars = 1000;
+    QStringList lines = prompt.split(u'\n');
+    for (QString& line : lines)
+        line = elided(line, MaxLineChars);
+    return lines.join(u'\n');
+}
+
+int show(const Message& message) { return handler() ? handler()(message) : showBox(message); }
+
 }  // namespace
 
 int MsgBox(const QString& prompt, int buttons, const QString& title) {
-    const Message message{prompt, buttons, title};
-    return handler() ? handler()(message) : showBox(message);
+    return show(Message{readablePrompt(prompt), buttons, title, false});
+}
+
+int ErrorBox(const QString& prompt, int buttons, const QString& title) {
+    return show(Message{readablePrompt(prompt), buttons, title, true});
 }
 
 void setMessageHandler(std::function<int(const Message&)> replacement) {

@@ -29,7 +29,8 @@ inline constexpr int No = 7;
 struct Message {
     QString prompt;
     int buttons = MsgBoxStyle::OkOnly;
-    QString title;  // "" when the caller gave none: the box shows the default title
+    QString title;       // "" when the caller gave none: the box shows the default title
+    bool error = false;  // the box tells of a failure (shown by a handler of errors)
 };
 
 // The default title of a box, the component's name.
@@ -41,6 +42,11 @@ inline const QString& defaultMessageTitle() {
 // Shows a modal box and gives the button pressed.
 int MsgBox(const QString& prompt, int buttons = MsgBoxStyle::OkOnly,
            const QString& title = QString());
+
+// The box a handler of errors shows: the same as MsgBox, marked as telling of
+// a failure, so that a scripted run can tell the caller that something failed.
+int ErrorBox(const QString& prompt, int buttons = MsgBoxStyle::OkOnly,
+             const QString& title = QString());
 
 // Replaces the box (a test records the message and answers); an empty
 // function puts the real box back.

@@ -93,7 +93,7 @@ void FilterScreen::onClick(QPushButton* button, std::function<void()> handler) {
         try {
             handler();
         } catch (const RuntimeError& error) {
-            platform::MsgBox(error.message(), platform::MsgBoxStyle::Critical);
+            platform::ErrorBox(error.message(), platform::MsgBoxStyle::Critical);
         }
     });
 }

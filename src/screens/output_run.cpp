@@ -74,7 +74,7 @@ void FilterScreen::CmdStampa_Click() {
         preview.Report1()->setDisplayGroupTree(false);
         platform::showModal(&preview);
     } catch (const RuntimeError& error) {
-        platform::MsgBox(error.message());
+        platform::ErrorBox(error.message());
         if (profile_.pointerBackOnError) setMousePointer(MousePointer::Default);
     }
 }
@@ -108,7 +108,7 @@ void FilterScreen::CmdEsporta_Click(Output output, const output::ExportKind& kin
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
     } catch (const RuntimeError& error) {
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
-        platform::MsgBox(error.message());
+        platform::ErrorBox(error.message());
     }
 }
 

@@ -1,8 +1,10 @@
 #include "workdb/work_database.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/runtime_error.h"
 #include "platform/windows_paths.h"
 
 namespace lorvane::workdb {
@@ -40,6 +42,24 @@ void copyOver(const QString& source, const QString& target) {
     }
 }
 
+// A work file that is not there after the copy: the error the connection
+// would give, told with its cause, the template or the work folder.
+[[noreturn]] void failMissingWorkFile(const QString& templateFile, const QString& target) {
+    const QString folder = QDir::toNativeSeparators(QFileInfo(target).absolutePath());
+    QString cause;
+    if (!QFileInfo(templateFile).isFile()) {
+        cause = u"il modello '%1' non esiste"_s.arg(QDir::toNativeSeparators(templateFile));
+    } else if (!QFileInfo(folder).isDir()) {
+        cause = u"la cartella di lavoro '%1' non esiste"_s.arg(folder);
+    } else if (!QFileInfo(folder).isWritable()) {
+        cause = u"la cartella di lavoro '%1' è di sola lettura"_s.arg(folder);
+    } else {
+        cause = u"il modello non si è potuto copiare nella cartella di lavoro '%1'"_s.arg(folder);
+    }
+    throw RuntimeError(u"Impossibile trovare il file di database '%1': %2."_s.arg(
+        QDir::toNativeSeparators(target), cause));
+}
+
 bool openOn(const db::Connection& connection, const QString& file) {
     return connection.IsOpen() && QFileInfo(connection.FilePath()).absoluteFilePath() ==
                                       QFileInfo(file).absoluteFilePath();
@@ -59,6 +79,9 @@ void ApriTemporaneo(const QString& percorso, const QString& copyFolder,
         copyOver(platform::toLocalPath(percorso), target);
     }
     connection.Close();
+    if (!name.isEmpty() && !QFileInfo(target).isFile()) {
+        failMissingWorkFile(platform::toLocalPath(percorso), target);
+    }
     connection.Open(u"Driver={Microsoft Access Driver (*.mdb)};Dbq="_s + connectionFolder + name +
                     u";Uid=Admin;Pwd=;"_s);
 }

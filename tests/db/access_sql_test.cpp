@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "database_fixture.h"
 #include "platform/runtime_error.h"
 
@@ -201,6 +203,11 @@ const ReadCase readCases[] = {
     {"Union", "SELECT CodLocale FROM MagSchede UNION SELECT CodLocale FROM NoteTeste ORDER BY 1",
      "L1;L2;L3"},
     {"TrailingSemicolon", "SELECT id FROM MagSchede WHERE id = 11;  ", "11"},
+    {"MinusTrue", "SELECT -True AS N, - -True AS M, -False AS F", "1|-1|0"},
+    {"MinusTrueBeforeALineBreakIsNoComment",
+     "SELECT count(*) AS n FROM AnagraficaLocali WHERE CodLocale='none' OR -True = '\n1=1))) --'",
+     "0"},
+    {"MinusTrueAfterMinus", "SELECT 5 - -True AS N, 5--True AS M", "4|4"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Constructs, AccessSqlReads, ::testing::ValuesIn(readCases),
@@ -307,6 +314,192 @@ const FaultCase faultCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Faults, AccessSqlFaults, ::testing::ValuesIn(faultCases),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// Statements that define columns are passed through token by token: a ";"
+// there would end the statement inside SQLite, with a second one after it.
+TEST_F(AccessSqlTest, SemicolonInAColumnDefinitionIsRefusedBeforeSqliteSeesIt) {
+    const char* statements[] = {
+        "CREATE TABLE Prova (a TEXT(10) DEFAULT 'x'; DROP TABLE NoteTeste, b INTEGER)",
+        "CREATE TABLE Prova (a INTEGER, CHECK (a > 0); DROP TABLE NoteTeste)",
+        "ALTER TABLE NoteTeste ADD COLUMN Nuovo INTEGER DEFAULT 0; DROP TABLE NoteRighe",
+    };
+    for (const char* statement : statements) {
+        try {
+            connection.Execute(QString::fromUtf8(statement));
+            ADD_FAILURE() << "no error for " << statement;
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(u"\";\" non ammesso nella definizione"_s))
+                << error.what();
+        }
+    }
+    EXPECT_EQ(file.query("SELECT count(*) FROM sqlite_master WHERE name IN ('NoteTeste', "
+                         "'NoteRighe', 'Prova')"),
+              u"2"_s);
+}
+
+// Each shape nests by repeating `open` before the innermost `core` and `close`
+// after it, `each` levels a time; `overhead` is the levels the statement
+// around it takes.
+struct NestingCase {
+    const char* name;
+    const char* head;
+    const char* open;
+    const char* core;
+    const char* close;
+    int overhead;
+    int each;
+
+    QString statement(int depth) const {
+        return QString::fromUtf8(head) + QString::fromUtf8(open).repeated(depth) +
+               QString::fromUtf8(core) + QString::fromUtf8(close).repeated(depth);
+    }
+};
+void PrintTo(const NestingCase& c, std::ostream* os) { *os << c.name; }
+
+class AccessSqlNesting : public ::testing::TestWithParam<NestingCase> {};
+
+TEST_P(AccessSqlNesting, IsTranslatedUpToTheLimitAndRefusedBeyondItWithoutACrash) {
+    const NestingCase& shape = GetParam();
+    const int deepest = (MaxSqlNesting - shape.overhead) / shape.each;
+    EXPECT_NO_THROW(translateAccessSql(shape.statement(deepest)));
+    for (const int depth : {deepest + 1, 5000}) {
+        const QString sql = shape.statement(depth);
+        try {
+            translateAccessSql(sql);
+            ADD_FAILURE() << "no error at depth " << depth;
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(u"annidamento troppo profondo"_s)) << error.what();
+            EXPECT_TRUE(error.message().contains(u"al carattere "_s)) << error.what();
+            EXPECT_TRUE(error.message().contains(sql.left(100))) << "the statement is named";
+            EXPECT_LT(error.message().size(), 1000) << "a long statement is quoted cut";
+        }
+    }
+}
+
+const NestingCase nestingCases[] = {
+    {"Brackets", "SELECT ", "(", "1", ")", 2, 1},
+    {"FunctionArguments", "SELECT ", "Abs(", "1", ")", 2, 1},
+    {"Not", "SELECT id FROM NoteTeste WHERE ", "NOT ", "id = 1", "", 2, 1},
+    {"Signs", "SELECT ", "- ", "1", "", 2, 1},
+    {"BracketedJoins", "SELECT * FROM ", "(", "NoteTeste", ")", 2, 1},
+    {"Subqueries", "SELECT ", "(SELECT ", "1", ")", 2, 2},
+};
+
+INSTANTIATE_TEST_SUITE_P(Shapes, AccessSqlNesting, ::testing::ValuesIn(nestingCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// Where SQLite would read a comment or a statement's end in a translation:
+// outside quoted texts and names, "--", "/*" or ";". Empty when there is none.
+QString unquotedHazard(const QString& sql) {
+    QChar quote;
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql[i];
+        if (!quote.isNull()) {
+            if (c == quote) quote = QChar();  // a doubled quote closes and opens again
+            continue;
+        }
+        if (c == u'\'' || c == u'"') {
+            quote = c;
+        } else if (c == u';') {
+            return sql.mid(i, 10);
+        } else if ((c == u'-' || c == u'/') && i + 1 < sql.size() &&
+                   sql[i + 1] == (c == u'-' ? u'-' : u'*')) {
+            return sql.mid(i, 10);
+        }
+    }
+    return {};
+}
+
+// Random statements from pieces a user's text could bring: whatever the
+// translator accepts, SQLite must read as the translator read it.
+class RandomStatements {
+  public:
+    explicit RandomStatements(unsigned seed) : random_(seed) {}
+
+    QString next() {
+        switch (pick(4)) {
+            case 0:
+                return u"SELECT "_s + expression(3) + u" AS x FROM t WHERE "_s + expression(3);
+            case 1:
+                return u"UPDATE t SET a = "_s + expression(3) + u" WHERE "_s + expression(2);
+            case 2:
+                return u"CREATE TABLE t (a TEXT(10)"_s + loose(4) + u", b INTEGER"_s + loose(3) +
+                       u')';
+            default:
+                return u"SELECT "_s + loose(8) + u" FROM t"_s;
+        }
+    }
+
+  private:
+    int pick(int n) { return std::uniform_int_distribution<int>(0, n - 1)(random_); }
+
+    QString gap() {
+        static const char* const gaps[] = {"", " ", "  ", "\n", "\t"};
+        return QString::fromUtf8(gaps[pick(5)]);
+    }
+
+    QString literal() {
+        static const char* const literals[] = {
+            "1",    "-1",     "0.5",    "True", "False",        "Null", "'--'",
+            "'/*'", "';'",    "'a''b'", "\"\"", "#01/02/2024#", "x",    "[a -- b]",
+            "[;]",  "\"--\"", "t.x",    "1E3",  "'\n1=1))) --'"};
+        return QString::fromUtf8(literals[pick(std::size(literals))]);
+    }
+
+    QString expression(int depth) {
+        if (depth == 0) return literal();
+        static const char* const unary[] = {"-", "+", "NOT "};
+        static const char* const binary[] = {
+            "=", "<>", "<", ">", "<=",    ">=",    "+",    "-",     "*",
+            "/", "\\", "^", "&", " Mod ", " AND ", " OR ", " LIKE "};
+        switch (pick(6)) {
+            case 0:
+                return QString::fromUtf8(unary[pick(3)]) + gap() + expression(depth - 1);
+            case 1:
+            case 2:
+                return expression(depth - 1) + gap() + QString::fromUtf8(binary[pick(17)]) + gap() +
+                       expression(depth - 1);
+            case 3:
+                return u'(' + gap() + expression(depth - 1) + gap() + u')';
+            case 4:
+                return u"iif("_s + expression(depth - 1) + u" ; "_s + expression(depth - 1) +
+                       u" ; "_s + expression(depth - 1) + u" ;)"_s;
+            default:
+                return literal();
+        }
+    }
+
+    // Pieces in any order, as mistyped text gives them.
+    QString loose(int count) {
+        static const char* const pieces[] = {"-", "-",   "/",       "*",   ";",    "True",
+                                             "1", "'x'", "DEFAULT", "NOT", "NULL", "(",
+                                             ")", ",",   "CHECK",   "-1",  "[a]",  "."};
+        QString text;
+        for (int i = pick(count + 1); i > 0; --i)
+            text += gap() + QString::fromUtf8(pieces[pick(std::size(pieces))]);
+        return text;
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(AccessSqlTranslation, NeverHoldsACommentOrASecondStatementOutsideQuotes) {
+    RandomStatements statements(20240229);
+    int translated = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const QString statement = statements.next();
+        QString sql;
+        try {
+            sql = translateAccessSql(statement).sql;
+        } catch (const RuntimeError&) {
+            continue;
+        }
+        ++translated;
+        ASSERT_EQ(unquotedHazard(sql), QString())
+            << statement.toStdString() << "\n  became  " << sql.toStdString();
+    }
+    EXPECT_GT(translated, 5000) << "the generator must give mostly statements that translate";
+}
 
 TEST(AccessDateLiteral, ReadsTheThreeFormsAndRefusesImpossibleDates) {
     const std::pair<const char*, const char*> cases[] = {

@@ -2,6 +2,7 @@
 #include "db/connection.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <QDir>
 #include <QFile>
@@ -179,6 +180,36 @@ TEST_F(ConnectionTest, AnotherReaderSeesWritesOnceCommittedOrClosed) {
     recordset->Update();
     connection.Close();
     EXPECT_EQ(file.query("SELECT count(*) FROM AnagraficaLocali_Tmp"), u"2"_s);
+}
+
+// Another program holds the file: the first statement waits a bounded time
+// for it, then the message names the file and the lock; once the lock is gone
+// statements run again.
+TEST_F(ConnectionTest, ALockedDatabaseIsNamedInTheError) {
+    static QStringList warnings;
+    warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { warnings << text; });
+    connection.Open(file.connectionText());
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(file.path().toUtf8().constData(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        try {
+            connection.Execute(u"DELETE * FROM AnagraficaLocali_Tmp"_s);
+            ADD_FAILURE() << "no error while locked";
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().startsWith(
+                u"Il database '%1' è bloccato"_s.arg(QDir::toNativeSeparators(file.path()))))
+                << error.what();
+            EXPECT_TRUE(error.message().contains(u"DELETE * FROM AnagraficaLocali_Tmp"_s));
+        }
+    }
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    EXPECT_EQ(connection.Execute(u"DELETE * FROM AnagraficaLocali_Tmp"_s), 1);
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(warnings, QStringList()) << "the message is built without a missing argument";
 }
 
 }  // namespace

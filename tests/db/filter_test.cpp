@@ -112,6 +112,28 @@ TEST_F(FilterTest, BadCriteriaAreRefusedQuotingThem) {
     }
 }
 
+TEST_F(FilterTest, BracketsNestUpToTheLimitAndBeyondItAreRefusedWithoutACrash) {
+    const auto nested = [](int depth) {
+        return u"("_s.repeated(depth) + u"id=2"_s + u")"_s.repeated(depth);
+    };
+    recordset->SetFilter(nested(MaxFilterNesting));
+    EXPECT_EQ(idsInView(), u"2"_s);
+    for (const int depth : {MaxFilterNesting + 1, 100000}) {
+        const QString criteria = nested(depth);
+        try {
+            recordset->SetFilter(criteria);
+            ADD_FAILURE() << "accepted at depth " << depth;
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(
+                u"più di %1 parentesi una dentro l'altra, al carattere %2"_s.arg(MaxFilterNesting)
+                    .arg(MaxFilterNesting + 1)))
+                << error.what();
+            EXPECT_TRUE(error.message().contains(criteria.left(100))) << "the criterion is named";
+            EXPECT_LT(error.message().size(), 1000) << "a long criterion is quoted cut";
+        }
+    }
+}
+
 TEST(EqualityKey, MatchesNumbersByValueAndTextsWithoutCase) {
     EXPECT_EQ(equalityKey(Variant(5)), equalityKey(Variant(5.0)));
     EXPECT_EQ(equalityKey(Variant(Currency{50000})), equalityKey(Variant(qint16(5))));

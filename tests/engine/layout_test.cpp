@@ -51,6 +51,16 @@ TEST_F(LayoutTest, FaultsAreNamedWithTheFile) {
          "field"},
         {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"}, "detail": {"height": 400}})",
          "non entra"},
+        // The work file is a name in the work folder, never a way out of it.
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "../../x/Lorvane.db", "query": "q"}})",
+         "\"workFile\" deve essere il nome di un file nella cartella di lavoro"},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "/home/x/Lorvane.db", "query": "q"}})",
+         "senza cartelle: \"/home/x/Lorvane.db\""},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "..\\Lorvane.db", "query": "q"}})",
+         "senza cartelle"},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "C:Lorvane.db", "query": "q"}})",
+         "senza cartelle"},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "..", "query": "q"}})", "senza cartelle"},
     };
     for (const auto& [text, message] : cases) {
         prepare(1, QByteArray(text));
@@ -63,6 +73,30 @@ TEST_F(LayoutTest, FaultsAreNamedWithTheFile) {
         }
     }
     EXPECT_THROW(loadLayout(layouts.filePath(u"manca.lrl"_s)), RuntimeError);
+}
+
+// A layout needs eight levels or so; the limit stops a hostile file before
+// the JSON parser recurs into it.
+TEST_F(LayoutTest, NestingUpToTheLimitIsReadAndBeyondItIsAFault) {
+    const auto layoutNested = [](int depth) {
+        // The root object is one level, the "extra" value takes the others.
+        return QByteArray(R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"},
+                              "extra": )") +
+               QByteArray("[").repeated(depth - 1) + QByteArray("]").repeated(depth - 1) + "}";
+    };
+    prepare(1, layoutNested(MaxLayoutNesting));
+    EXPECT_EQ(loadLayout(layoutPath()).workFile, u"a.mdb"_s);
+    for (const int depth : {MaxLayoutNesting + 1, 100000}) {
+        prepare(1, layoutNested(depth));
+        try {
+            loadLayout(layoutPath());
+            ADD_FAILURE() << "read at depth " << depth;
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(layoutPath())) << error.what();
+            EXPECT_TRUE(error.message().contains(u"annidamento troppo profondo"_s)) << error.what();
+            EXPECT_TRUE(error.message().contains(u"carattere "_s)) << error.what();
+        }
+    }
 }
 
 }  // namespace

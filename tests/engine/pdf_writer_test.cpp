@@ -5,10 +5,12 @@
 
 #include <QDir>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include "engine/renderer.h"
 #include "engine_fixture.h"
 #include "platform/runtime_error.h"
+#include "support/failing_disk.h"
 #include "support/process.h"
 
 namespace lorvane::engine {
@@ -16,7 +18,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+using lorvane::testing::FileSizeLimit;
 using lorvane::testing::readerOutput;
+using lorvane::testing::SmallTmpfs;
 
 class PdfWriterTest : public testing::EngineFixture {};
 
@@ -50,21 +54,75 @@ TEST_F(PdfWriterTest, ReadersFindTheTitleThePagesAndEveryAmount) {
     }
 }
 
-TEST_F(PdfWriterTest, AFailedWriteLeavesTheOldFileAndNoHalfFile) {
-    const PageDocument document = renderTrialBalance(3);
-    EXPECT_THROW(writePdf(document, layouts.filePath(u"manca/bilancio.pdf"_s)), RuntimeError);
-    EXPECT_FALSE(QFile::exists(layouts.filePath(u"manca"_s)));
-
-    const QString pdf = layouts.filePath(u"esistente.pdf"_s);
+// Writes `document` over a file holding "vecchio" in `folder` and expects the
+// failure named with the file and `cause`, the old file whole and no part left.
+void expectFailedWriteLeavesTheOldFile(const PageDocument& document, const QString& folder,
+                                       const QString& cause) {
+    const QString pdf = folder + u"/esistente.pdf"_s;
     QFile old(pdf);
     ASSERT_TRUE(old.open(QIODevice::WriteOnly));
     old.write("vecchio");
     old.close();
-    // A folder where the temporary file would go: the write cannot start.
-    ASSERT_TRUE(QDir(layouts.path()).mkdir(u"esistente.pdf.part"_s));
-    EXPECT_THROW(writePdf(document, pdf), RuntimeError);
+    try {
+        writePdf(document, pdf);
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.message().contains(pdf)) << error.what();
+        EXPECT_TRUE(error.message().contains(cause)) << error.what();
+    }
     ASSERT_TRUE(old.open(QIODevice::ReadOnly));
     EXPECT_EQ(old.readAll(), QByteArray("vecchio"));
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList{u"esistente.pdf"_s});
+}
+
+TEST_F(PdfWriterTest, AMissingFolderIsNamed) {
+    const QString pdf = layouts.filePath(u"manca/bilancio.pdf"_s);
+    try {
+        writePdf(renderTrialBalance(3), pdf);
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.message().contains(
+            u"la cartella '%1' non esiste"_s.arg(layouts.filePath(u"manca"_s))))
+            << error.what();
+    }
+    EXPECT_FALSE(QFile::exists(layouts.filePath(u"manca"_s)));
+}
+
+// QPdfWriter goes on after its device fails: the file must not be taken as
+// written because it is not empty.
+TEST_F(PdfWriterTest, AFullDiskLeavesTheOldFileAndNoHalfFile) {
+    const SmallTmpfs disk(64 * 1024);
+    if (!disk.mounted()) GTEST_SKIP() << "no tmpfs can be mounted here";
+    expectFailedWriteLeavesTheOldFile(renderTrialBalance(1500), disk.path(),
+                                      u"spazio esaurito sul disco"_s);
+}
+
+TEST_F(PdfWriterTest, AWriteFailingMidwayLeavesTheOldFileAndNoHalfFile) {
+    const PageDocument document = renderTrialBalance(1500);
+    const QTemporaryDir target;
+    const FileSizeLimit limit(64 * 1024);
+    expectFailedWriteLeavesTheOldFile(document, target.path(),
+                                      u"il file supera la dimensione ammessa"_s);
+}
+
+// A run killed mid-write leaves its part; the next write removes the parts of
+// processes that have ended, and nothing else.
+TEST_F(PdfWriterTest, PartsLeftByEndedRunsAreRemovedOnTheNextWrite) {
+    QFile pidMax(u"/proc/sys/kernel/pid_max"_s);
+    ASSERT_TRUE(pidMax.open(QIODevice::ReadOnly));
+    const QString ended = QString::fromLatin1(pidMax.readAll().trimmed());  // no pid reaches it
+    const QStringList files = {u"StampaIntrodotto59.pdf.%1.part"_s.arg(ended),
+                               u"altra.pdf.1.part"_s,  // of a running process
+                               u"altrui.pdf.part"_s, u"note.txt"_s};
+    for (const QString& name : files) {
+        QFile file(layouts.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    writePdf(renderTrialBalance(3), layouts.filePath(u"bilancio.pdf"_s));
+    QStringList left = QDir(layouts.path()).entryList(QDir::Files);
+    left.removeOne(u"prova.lrl"_s);
+    EXPECT_EQ(left, (QStringList{u"altra.pdf.1.part"_s, u"altrui.pdf.part"_s, u"bilancio.pdf"_s,
+                                 u"note.txt"_s}));
 }
 
 }  // namespace

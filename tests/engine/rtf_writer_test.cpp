@@ -11,11 +11,14 @@
 #include <QTemporaryDir>
 
 #include "platform/runtime_error.h"
+#include "support/failing_disk.h"
 
 namespace lorvane::engine {
 namespace {
 
 using namespace Qt::StringLiterals;
+using lorvane::testing::FileSizeLimit;
+using lorvane::testing::SmallTmpfs;
 
 const RtfPage a4{{595.28, 841.89}, 56.7, 42.5, 28.35, 70.9};
 
@@ -207,6 +210,36 @@ TEST_F(RtfWriterTest, FailureThrowsNamingTheFileAndLeavesTheOldOneAsItWas) {
     EXPECT_EQ(old.readAll(), "documento precedente");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
               QStringList{old.fileName().section(u'/', -1)});
+}
+
+// A document of a few hundred kilobytes that cannot be written whole: the
+// cause is told in the user's words, and no half file is left.
+TEST_F(RtfWriterTest, AWriteThatFailsMidwayNamesItsCause) {
+    Grid grid;
+    grid.columnWidthsPt = {100, 300};
+    for (int row = 0; row < 5000; ++row) {
+        grid.rows.push_back({12});
+        grid.cells.push_back(cell(row, 0, u"Riga %1"_s.arg(row)));
+        grid.cells.push_back(cell(row, 1, u"Descrizione della riga numero %1"_s.arg(row)));
+    }
+    const auto expectFailure = [&](const QString& folderPath, const QString& cause) {
+        const QString path = folderPath + u"/stampa.doc"_s;
+        try {
+            writeRtf(grid, a4, path);
+            ADD_FAILURE() << "no error writing " << path.toStdString();
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(QDir::toNativeSeparators(path))) << error.what();
+            EXPECT_TRUE(error.message().contains(cause)) << error.what();
+        }
+        EXPECT_TRUE(QDir(folderPath).isEmpty(QDir::Files | QDir::Hidden));
+    };
+    {
+        const FileSizeLimit limit(64 * 1024);
+        expectFailure(folder.path(), u"il file supera la dimensione ammessa"_s);
+    }
+    const SmallTmpfs disk(64 * 1024);
+    if (!disk.mounted()) GTEST_SKIP() << "no tmpfs can be mounted here";
+    expectFailure(disk.path(), u"spazio esaurito sul disco"_s);
 }
 
 }  // namespace

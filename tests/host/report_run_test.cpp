@@ -71,6 +71,33 @@ class ReportRun : public ::testing::Test {
 // "1.234.567,89" as cents.
 qint64 cents(QString amount) { return amount.remove(u'.').remove(u',').toLongLong(); }
 
+// A file where the export folder should be: the PDF cannot be written, the
+// user reads why, no file is opened, and a batch script sees status 3.
+TEST_F(ReportRun, AnExportThatFailsEndsTheRunWithItsOwnStatus) {
+    QDir exportFolder(installation() + u"/export"_s);
+    ASSERT_TRUE(exportFolder.mkpath(u"."_s));
+    const bool hadPdfFolder = exportFolder.exists(u"pdf"_s);
+    if (hadPdfFolder) {
+        ASSERT_TRUE(exportFolder.rename(u"pdf"_s, u"pdf.da-parte"_s));
+    }
+    QFile blocker(exportFolder.filePath(u"pdf"_s));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    const ProcessResult run =
+        lorvane({u"run"_s, u"StampaBilancio"_s, u"--percorso"_s, installation(), u"--today"_s,
+                 u"30/04/2025"_s, u"set"_s, u"chkContiEconomici=1"_s, u"pick"_s, u"List1=0"_s,
+                 u"click"_s, u"CmdPdf"_s});
+    blocker.remove();
+    if (hadPdfFolder) exportFolder.rename(u"pdf.da-parte"_s, u"pdf"_s);
+    EXPECT_EQ(run.exitCode, 3) << run.out.toStdString() << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains(
+        QRegularExpression(u"^MSG .*Impossibile scrivere il file '.*StampaBilancio\\d+\\.pdf': "
+                           u"'.*pdf' è un file, non una cartella\\.$"_s,
+                           QRegularExpression::MultilineOption)))
+        << run.out.toStdString();
+    EXPECT_FALSE(run.out.contains(u"FILE "_s)) << run.out.toStdString();
+}
+
 TEST_F(ReportRun, ThePdfTotalsAreTheLinesOfThePeriod) {
     const auto [dare, avere] = linesOfThePeriod();
     ASSERT_GT(dare, 0);

@@ -10,6 +10,7 @@
 
 #include "db/database_fixture.h"
 #include "platform/runtime_error.h"
+#include "support/failing_disk.h"
 
 namespace lorvane::workdb {
 namespace {
@@ -88,6 +89,41 @@ TEST_F(ApriTemporaneoTest, WithoutTemplateOrWorkFileTheOpenFails) {
     for (const QString& path : cases) {
         EXPECT_THROW(ApriTemporaneo(path), RuntimeError) << path.toStdString();
         EXPECT_FALSE(ConnessioneTemporanea().IsOpen());
+    }
+}
+
+// Why the work file is not there: the template is missing, or the work folder
+// is missing or cannot be written; each named.
+TEST_F(ApriTemporaneoTest, AMissingWorkFileIsToldWithItsCause) {
+    const lorvane::testing::SmallTmpfs readOnly(64 * 1024, true);
+    struct Case {
+        const char* name;
+        QString workFolder;
+        QString templateName;
+        QString cause;
+    };
+    const QString missingFolder = work.filePath(u"manca"_s);
+    const QString missingTemplate = templatePath(u"modelli/Manca.mdb"_s);
+    std::vector<Case> cases = {
+        {"MissingTemplate", work.path(), u"modelli/Manca.mdb"_s,
+         u"il modello '%1' non esiste"_s.arg(missingTemplate)},
+        {"MissingWorkFolder", missingFolder, u"modelli/Bilancio.mdb"_s,
+         u"la cartella di lavoro '%1' non esiste"_s.arg(missingFolder)},
+    };
+    if (readOnly.mounted()) {
+        cases.push_back({"ReadOnlyWorkFolder", readOnly.path(), u"modelli/Bilancio.mdb"_s,
+                         u"la cartella di lavoro '%1' è di sola lettura"_s.arg(readOnly.path())});
+    }
+    for (const Case& c : cases) {
+        qputenv("LORVANE_TEMP1", c.workFolder.toUtf8());
+        try {
+            ApriTemporaneo(templatePath(c.templateName));
+            ADD_FAILURE() << c.name << ": no error";
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().startsWith(u"Impossibile trovare il file di database"_s))
+                << error.what();
+            EXPECT_TRUE(error.message().contains(c.cause)) << c.name << ": " << error.what();
+        }
     }
 }
 
