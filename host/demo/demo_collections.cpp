@@ -120,6 +120,7 @@ class NoteWriter {
         const qint64 in = b.counterIn;
         const qint64 out = b.counterOut;
         const bool hopper = r.oldLevels != nullptr;
+        const int number = ++reading_;
         readings_.insert(
             {head_, b.codArticolo, b.id, venue_, Value::date(r.day), r.collection ? 6 : 0,
              Value::money(100 * (in - r.oldIn)), Value::money(100 * (out - r.oldOut)), in, out,
@@ -132,13 +133,13 @@ class NoteWriter {
              Value::money(r.locale), Value::money(r.refillVenue), Value::money(r.refill)},
             {Value::yesNo(false), 1, Value::date(r.day, 18), Value::yesNo(false),
              Value::money(r.in - r.out), "Utile", PercLocale, 100.0 - PercLocale,
-             int(r.oldDay.daysTo(r.day)), r.oldIn, r.oldOut, Value::date(r.oldDay), ++reading_,
+             int(r.oldDay.daysTo(r.day)), r.oldIn, r.oldOut, Value::date(r.oldDay), number,
              b.catApparecchio},
             {b.concessionario, Value::money(r.variation), Value::yesNo(false), 1.0, 1.0,
              Value::yesNo(false), company, b.contratto,
              hopper ? Value::money(r.oldLevels[0]) : Value(),
              hopper ? Value::money(r.oldLevels[1]) : Value(),
-             hopper ? Value::money(r.oldLevels[2]) : Value(), reading_,
+             hopper ? Value::money(r.oldLevels[2]) : Value(), number,
              Value::money(r.preu + r.aams + r.rete)});
         ++counts.readings;
     }

@@ -454,13 +454,13 @@ void ReportViewer::exportTo(int formatType) {
     request.suggestedName.replace(u'/', u'-');
     if (formatType == ExportFormat::Word) {
         request = {u"Esporta in Word"_s, u"Documenti Word (*.doc)"_s, u"doc"_s,
-                   request.suggestedName};
+                   request.suggestedName, {}};
     } else if (formatType == ExportFormat::Excel) {
         request = {u"Esporta in Excel"_s, u"Cartelle di Excel (*.xls)"_s, u"xls"_s,
-                   request.suggestedName};
+                   request.suggestedName, {}};
     } else {
         request = {u"Esporta in PDF"_s, u"Documenti PDF (*.pdf)"_s, u"pdf"_s,
-                   request.suggestedName};
+                   request.suggestedName, {}};
     }
     if (exportFolder_) request.folder = exportFolder_(formatType);
     const QString path =

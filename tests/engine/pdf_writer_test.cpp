@@ -97,6 +97,27 @@ TEST_F(PdfWriterTest, AFullDiskLeavesTheOldFileAndNoHalfFile) {
                                       u"spazio esaurito sul disco"_s);
 }
 
+TEST_F(PdfWriterTest, AReadOnlyFolderIsToldApartFromAMissingOne) {
+    const SmallTmpfs readOnly(64 * 1024, true);
+    if (!readOnly.mounted()) GTEST_SKIP() << "no tmpfs can be mounted here";
+    const PageDocument document = renderTrialBalance(3);
+    const std::pair<QString, QString> cases[] = {
+        {readOnly.filePath(u"bilancio.pdf"_s),
+         u"la cartella '%1' è di sola lettura"_s.arg(readOnly.path())},
+        {readOnly.filePath(u"pdf/bilancio.pdf"_s),
+         u"la cartella '%1' non esiste e non si può creare: '%2' è di sola lettura"_s.arg(
+             readOnly.filePath(u"pdf"_s), readOnly.path())},
+    };
+    for (const auto& [pdf, cause] : cases) {
+        try {
+            writePdf(document, pdf);
+            ADD_FAILURE() << "no error writing " << pdf.toStdString();
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(cause)) << error.what();
+        }
+    }
+}
+
 TEST_F(PdfWriterTest, AWriteFailingMidwayLeavesTheOldFileAndNoHalfFile) {
     const PageDocument document = renderTrialBalance(1500);
     const QTemporaryDir target;

@@ -279,7 +279,8 @@ TEST(ApplyAction, RefusesWhatTheScreenCannotTake) {
         << "a screen without the close timer";
 }
 
-// Opens TestScreen for any code but two: "Ignota" shows nothing, "Guasta" fails.
+// Opens TestScreen for any code but three: "Ignota" shows nothing, "Guasta"
+// and "Lunga" fail.
 class TestConfigura final : public entry::ConfiguraInterface {
   public:
     explicit TestConfigura(QPointer<TestScreen>* screen) : screen_(screen) {}
@@ -293,6 +294,8 @@ class TestConfigura final : public entry::ConfiguraInterface {
     void SetParametri(const QString&) override {}
     void Start() override {
         if (codice_ == u"Guasta"_s) throw RuntimeError(u"Tabella\r\nmancante"_s);
+        if (codice_ == u"Lunga"_s)
+            throw RuntimeError(u"Valore non valido: "_s + QString(70000, u'9'));
         if (codice_ == u"Ignota"_s || modale_ != u"1"_s) return;
         *screen_ = new TestScreen(host_);
         platform::showModal(*screen_);
@@ -431,6 +434,12 @@ TEST_F(RunCommand, StopsAtTheFirstActionThatCannotBeDone) {
          u"azione \"timer\": la schermata è già chiusa\n"_s},
         {u"Ignota"_s, {u"timer"_s}, 2, {}, u"nessuna schermata per il codice Ignota\n"_s},
         {u"Guasta"_s, {}, 1, {u"MSG [LorvaneStampe] [critical] Tabella mancante"_s}, u""_s},
+        // A long value in a message is cut: the box stays readable.
+        {u"Lunga"_s,
+         {},
+         1,
+         {u"MSG [LorvaneStampe] [critical] Valore non valido: "_s + QString(980, u'9') + u'…'},
+         u""_s},
         // A folder named that holds no installation gets no demo either.
         {u"Prova"_s,
          {u"--percorso"_s, work.path()},
