@@ -61,9 +61,9 @@ TEST_P(Dispatch, OpensTheScreenOfTheCodeWithItsTitle) {
     ASSERT_EQ(screens.size(), 1u);
     EXPECT_EQ(screens[0]->windowTitle(),
               u"..:: "_s + QString::fromUtf8(GetParam().title) + u" ::.."_s);
-    EXPECT_NE(std::string(typeid(*screens[0]).name()).find(GetParam().screenClass),
-              std::string::npos)
-        << typeid(*screens[0]).name();
+    const auto& screen = *screens[0];
+    EXPECT_NE(std::string(typeid(screen).name()).find(GetParam().screenClass), std::string::npos)
+        << typeid(screen).name();
 }
 
 const DispatchCase dispatchCases[] = {

@@ -157,7 +157,7 @@ class TestScreen : public QWidget {
                 platform::ShellOpen(u"/esportati/bilancio.pdf"_s);
         });
         button(u"CmdStampa"_s, [this] { showPreview(); });
-        button(u"CmdAltro"_s, [this] {
+        button(u"CmdAltro"_s, [] {
             auto* other = new QWidget;
             other->setObjectName(u"FrmAltro"_s);
             other->setAttribute(Qt::WA_DeleteOnClose);
