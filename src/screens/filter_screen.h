@@ -65,6 +65,9 @@ class FilterScreen : public QWidget {
     void SalvaCausali();
     // The frame's controls as they stand now.
     FrameCriteria criteri() const;
+    // The template `percorso` copied into the work folder and opened, with
+    // the work folder spelt as this screen spells it.
+    void ApriTemporaneo(const QString& percorso);
 
   protected:
     // The outputs, for the checks that differ between them.

@@ -51,10 +51,14 @@ bool FilterScreen::ControlloProprio(Output) {
     return !profile_.controllaCausali || ControllaCausali();
 }
 
+void FilterScreen::ApriTemporaneo(const QString& percorso) {
+    workdb::ApriTemporaneo(percorso, profile_.workFolderCopy, profile_.workFolderConnection);
+}
+
 // The template of the layout chosen, copied and opened; the report's data; the
 // causali of the run kept for the next one, whatever the count.
 qint16 FilterScreen::PreparaStampa() {
-    workdb::ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
+    ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
     const qint16 rows = PreparaDati();
     SalvaCausali();
     return rows;

@@ -95,11 +95,13 @@ class ScreenTest : public ::testing::Test {
         qunsetenv("LORVANE_TEMP1");
     }
 
-    // A host over `mainDatabase` and the installation's catalogues.
-    void useMainDatabase(const QString& mainDatabase) {
+    // A host over `mainDatabase`, the installation's personalised catalogue
+    // and its standard one, or the file `catalogue` in its place.
+    void useMainDatabase(const QString& mainDatabase, const QString& catalogue = {}) {
         host = std::make_shared<RecordingHost>(
             QStringLiteral("Dbq=") + mainDatabase,
-            QStringLiteral("Dbq=") + folder() + QStringLiteral("/Stampe.db"),
+            QStringLiteral("Dbq=") +
+                (catalogue.isEmpty() ? folder() + QStringLiteral("/Stampe.db") : catalogue),
             QStringLiteral("Dbq=") + folder() + QStringLiteral("/pers/StampePers.db"));
         host->percorso = folder() + u'/';
         host->preferencesDatabase =
