@@ -279,8 +279,9 @@ TEST_P(FindSteps, StartOnThePageShownAndStepPlaceByPlace) {
             viewer.matches().begin(), viewer.matches().end(), [&](const TextMatch& other) {
                 return other.page == viewer.currentPage() && other.rect.intersects(match.rect);
             });
-        if (shown || !sameSpot)
+        if (shown || !sameSpot) {
             EXPECT_EQ(highlighted(viewer, match.rect), shown) << "page " << match.page;
+        }
     }
 }
 
