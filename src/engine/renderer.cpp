@@ -450,7 +450,8 @@ class Renderer {
         for (const PageCount& count : pageCounts_) {
             auto& item = std::get<TextItem>(
                 document_.pages[size_t(count.page)].bands[count.band].items[count.item]);
-            item.value = Variant(qint32(pages));
+            // "Pagina 1 di 3" is text: only the bare count is a number.
+            item.value = count.pageOfPages ? Variant() : Variant(qint32(pages));
             item.text = count.pageOfPages ? u"Pagina %1 di %2"_s.arg(count.page + 1).arg(pages)
                                           : QString::number(pages);
         }
