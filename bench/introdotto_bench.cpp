@@ -144,7 +144,10 @@ class ReportRuns {
             seen.messages << message.prompt;
             return platform::MsgBoxResult::Ok;
         });
-        platform::setShellOpener([this](const QString& path) { seen.files << path; });
+        platform::setShellOpener([this](const QString& path) {
+            seen.files << path;
+            return true;
+        });
         entry::Configura().SetApplicazione(std::make_shared<host::ReferenceHost>(installation));
     }
     ~ReportRuns() {

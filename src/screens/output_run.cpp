@@ -26,6 +26,15 @@ void showNoData() {
                      u"Lorvane"_s);
 }
 
+// Without a program for the type, the desktop shows nothing: the user is told
+// where the file is.
+void showWrittenButNotOpened(const QString& path) {
+    platform::MsgBox(
+        u"Il file è stato scritto in:\n%1\n\nSu questo computer non c'è un programma "
+        u"che lo apra."_s.arg(path),
+        platform::MsgBoxStyle::Information, u"Lorvane"_s);
+}
+
 using ExportRoutine = void (*)(engine::Report&, const QString&, const QString&);
 
 ExportRoutine exportRoutineOf(const output::ExportKind& kind) {
@@ -108,8 +117,9 @@ void FilterScreen::CmdEsporta_Click(Output output, const output::ExportKind& kin
                 output::NomeFileEsportazione(percorso, kind, entry::moduleValues().codiceStampa);
             exportRoutineOf(kind)(*report, nomeFile, output::ListaAttiva(List1, List2, Pers));
         }
-        platform::ShellOpen(platform::toLocalPath(nomeFile));
+        const QString written = platform::toLocalPath(nomeFile);
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
+        if (!platform::ShellOpen(written)) showWrittenButNotOpened(written);
     } catch (const RuntimeError& error) {
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
         platform::MsgBox(error.message());

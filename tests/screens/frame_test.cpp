@@ -1,12 +1,14 @@
 // The frame on real screens: what each screen opens with and resets to, the
 // causali and their saved ticks, the keys, "Tutti i locali", the order of a
 // run up to the preview, and the host's request to close.
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTabWidget>
+#include <QTest>
 #include <QTimer>
 
 #include "db/connection.h"
@@ -348,6 +350,20 @@ TEST_F(ScreenTest, ACountShowsThePreviewWithoutGroupTree) {
     EXPECT_EQ(modalWindows, QStringList{u"FrmAnteprima"_s});
     EXPECT_FALSE(groupTree);
     EXPECT_EQ(screen.mousePointer(), screens::MousePointer::Default);
+}
+
+// The tree opens wide enough for its root, on the label screens too.
+TEST_F(ScreenTest, TheTreeShowsItsRootWhole) {
+    for (const QString& code : {u"StampaEtichette"_s, u"StampaEtichetteMob"_s, u"Quietanza"_s}) {
+        screens::FilterScreen* screen = open(code);
+        screen->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(screen));
+        auto* tree = control<screens::KeyedTree>(screen, "Tree");
+        QApplication::processEvents();
+        const QAbstractItemView* view = tree;
+        EXPECT_GE(tree->viewport()->width(), view->sizeHintForColumn(0)) << code.toStdString();
+        screen->close();
+    }
 }
 
 TEST_F(ScreenTest, TheHostsRequestClosesScreenAndPreview) {
