@@ -527,10 +527,11 @@ void Recordset::insertPending() {
             others << (column.isEmpty() ? u"NULL"_s : quoteName(column));
             if (!column.isEmpty()) omitted << column;
         }
-        readBackSql_ = omitted.isEmpty() || !filledByTheDatabase(session_->handle(), table_, omitted)
-                           ? QString()
-                           : u"SELECT "_s + others.join(u',') + u" FROM "_s + quoteName(table_) +
-                                 u" WHERE rowid=?"_s;
+        readBackSql_ =
+            omitted.isEmpty() || !filledByTheDatabase(session_->handle(), table_, omitted)
+                ? QString()
+                : u"SELECT "_s + others.join(u',') + u" FROM "_s + quoteName(table_) +
+                      u" WHERE rowid=?"_s;
         insertedFields_ = std::move(assignedFields);
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.

@@ -277,10 +277,11 @@ TEST_F(RecordsetTest, OpenedThroughACommand) {
 TEST_F(RecordsetTest, ALeftOutColumnIsWhatTheFileMadeOfIt) {
     file.query("CREATE TABLE Piana (Codice TEXT, Nota TEXT)");
     file.query("CREATE TABLE Firmata (Codice TEXT, Nota TEXT)");
-    file.query("CREATE TRIGGER Firma AFTER INSERT ON Firmata BEGIN UPDATE Firmata SET Nota = "
-               "'dal trigger' WHERE rowid = new.rowid; END");
-    for (const auto& [table, nota] : {std::pair{u"Piana"_s, u"NULL"_s},
-                                      std::pair{u"Firmata"_s, u"dal trigger"_s}}) {
+    file.query(
+        "CREATE TRIGGER Firma AFTER INSERT ON Firmata BEGIN UPDATE Firmata SET Nota = "
+        "'dal trigger' WHERE rowid = new.rowid; END");
+    for (const auto& [table, nota] :
+         {std::pair{u"Piana"_s, u"NULL"_s}, std::pair{u"Firmata"_s, u"dal trigger"_s}}) {
         RecordsetPtr recordset = open(u"SELECT * FROM "_s + table);
         recordset->AddNew();
         recordset->Fields(u"Codice"_s) = u"A"_s;
