@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "host/demo/demo_machine_reports.h"
 #include "host/demo/demo_takings_report.h"
 #include "platform/runtime_error.h"
 
@@ -128,6 +129,12 @@ void writeDemoReports(const QString& folder) {
     runScript(folder + u"/Report/Introdotto.mdb"_s, takingsTemplateSql());
     writeFile(folder + u"/Report/Introdotto.lrl"_s, takingsByVenueLayout());
     writeFile(folder + u"/Report/IntrodottoConcessionario.lrl"_s, takingsByConcessionaireLayout());
+    runScript(folder + u"/Report/Percentuali.mdb"_s, percentagesTemplateSql());
+    writeFile(folder + u"/Report/PercGlobali.lrl"_s, globalPercentagesLayout());
+    writeFile(folder + u"/Report/PercParziali.lrl"_s, partialPercentagesLayout());
+    runScript(folder + u"/Report/SaldiMacchine.mdb"_s, machineStateTemplateSql());
+    writeFile(folder + u"/Report/SaldiHopper.lrl"_s, hopperLayout());
+    writeFile(folder + u"/Report/SaldiCambiamonete.lrl"_s, changeMachineLayout());
     // The catalogue names files below Percorso the way the suite writes them.
     runScript(folder + u"/Stampe.db"_s,
               "INSERT INTO stampe (id, codiceStampa, Descrizione, NomeReport, nomeTemporaneo, "
@@ -137,14 +144,30 @@ void writeDemoReports(const QString& folder) {
               "(2, 'StampaIntrodotto', 'Introdotto per locale', 'Report\\Introdotto.lrl', "
               "'Report\\Introdotto.mdb', 1), "
               "(3, 'StampaIntrodotto', 'Introdotto per concessionario', "
-              "'Report\\IntrodottoConcessionario.lrl', 'Report\\Introdotto.mdb', 2);");
+              "'Report\\IntrodottoConcessionario.lrl', 'Report\\Introdotto.mdb', 2), "
+              "(4, 'PercPagamentoG', 'Percentuali globali per locale', 'Report\\PercGlobali.lrl', "
+              "'Report\\Percentuali.mdb', 1), "
+              "(5, 'PercPagamentoP', 'Percentuali parziali per locale', "
+              "'Report\\PercParziali.lrl', 'Report\\Percentuali.mdb', 1), "
+              "(6, 'SaldiHopper', 'Situazione hopper per locale', 'Report\\SaldiHopper.lrl', "
+              "'Report\\SaldiMacchine.mdb', 1), "
+              "(7, 'SaldiCambiamonete', 'Situazione cambiamonete per locale', "
+              "'Report\\SaldiCambiamonete.lrl', 'Report\\SaldiMacchine.mdb', 1);");
     runScript(folder + u"/pers/StampePers.db"_s,
               "INSERT INTO stampe (id, codiceStampa, Descrizione, NomeReport, nomeTemporaneo, "
               "Ordine) VALUES "
               "(1, 'StampaBilancio', 'Bilancio di verifica per mastro', 'pers\\BilancioPers.lrl', "
               "'Report\\Bilancio.mdb', 1), "
               "(2, 'StampaIntrodotto', 'Introdotto per locale', 'Report\\Introdotto.lrl', "
-              "'Report\\Introdotto.mdb', 1);");
+              "'Report\\Introdotto.mdb', 1), "
+              "(3, 'PercPagamentoG', 'Percentuali globali', 'Report\\PercGlobali.lrl', "
+              "'Report\\Percentuali.mdb', 1), "
+              "(4, 'PercPagamentoP', 'Percentuali parziali', 'Report\\PercParziali.lrl', "
+              "'Report\\Percentuali.mdb', 1), "
+              "(5, 'SaldiHopper', 'Situazione hopper', 'Report\\SaldiHopper.lrl', "
+              "'Report\\SaldiMacchine.mdb', 1), "
+              "(6, 'SaldiCambiamonete', 'Situazione cambiamonete', "
+              "'Report\\SaldiCambiamonete.lrl', 'Report\\SaldiMacchine.mdb', 1);");
 }
 
 }  // namespace lorvane::demo

@@ -42,10 +42,13 @@ bool FilterScreen::ControlloProprio(Output) {
     return !profile_.controllaCausali || ControllaCausali();
 }
 
-// The template of the layout chosen, copied and opened; the report's data; the
-// causali of the run kept for the next one, whatever the count.
+// The template of the layout chosen, copied and opened; the work tables the
+// profile names emptied; the report's data; the causali of the run kept for
+// the next one, whatever the count.
 qint16 FilterScreen::PreparaStampa() {
     workdb::ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
+    for (const char* table : profile_.emptiedBeforeRun)
+        workdb::ConnessioneTemporanea().Execute(u"DELETE * FROM "_s + QLatin1String(table));
     const qint16 rows = PreparaDati();
     SalvaCausali();
     return rows;
