@@ -498,12 +498,14 @@ TEST_P(MachineBadInput, BehavesAsTheReportSaysAndWritesNoMore) {
     row.input(*this, screen);
     run();
     ASSERT_EQ(messages.size(), row.messages) << messages.join(u'\n').toStdString();
-    if (row.messages > 0)
+    if (row.messages > 0) {
         EXPECT_TRUE(messages.last().endsWith(QString::fromUtf8(row.last)))
             << messages.join(u'\n').toStdString();
-    if (row.heading)
+    }
+    if (row.heading) {
         EXPECT_EQ(work(row.workFile, "SELECT Parametri FROM Parametri"),
                   QString::fromUtf8(row.heading));
+    }
     EXPECT_EQ(fingerprint(copy), before);
 }
 
@@ -544,6 +546,15 @@ TEST_F(MachineRun, AnApostropheInTheVenueNameBreaksTheSearch) {
     control<QPushButton>(screen, "CmdRicerca")->click();
     ASSERT_EQ(messages.size(), 1);
     EXPECT_EQ(control<screens::KeyedTree>(screen, "Tree")->nodeCount(), 1);
+}
+
+// "Tutti i locali" goes on before the tree is reset, so the root it adds stays.
+TEST_F(MachineRun, TheChangeMachineResetLeavesTheRoot) {
+    openScreen("SaldiCambiamonete");
+    tickOnly(venue());
+    control<QPushButton>(screen, "CmdAzzera")->click();
+    EXPECT_EQ(control<screens::KeyedTree>(screen, "Tree")->nodeCount(), 1);
+    EXPECT_TRUE(control<QCheckBox>(screen, "ChkTutti")->isChecked());
 }
 
 }  // namespace
