@@ -24,7 +24,10 @@ ScreenRunner::ScreenRunner(const QString& installation) {
         messages << message.prompt;
         return platform::MsgBoxResult::Ok;
     });
-    platform::setShellOpener([this](const QString& path) { files << path; });
+    platform::setShellOpener([this](const QString& path) {
+        files << path;
+        return true;
+    });
     entry::Configura().SetApplicazione(std::make_shared<host::ReferenceHost>(installation));
 }
 

@@ -381,7 +381,10 @@ class ScriptedSeams {
         platform::setMessageHandler(
             [&user](const platform::Message& message) { return user.answer(message); });
         platform::setModalHandler([&user](QWidget* window) { user.showModal(window); });
-        platform::setShellOpener([&user](const QString& path) { user.open(path); });
+        platform::setShellOpener([&user](const QString& path) {
+            user.open(path);
+            return true;
+        });
         platform::ComponentRegistry::provide(
             QLatin1String(entry::SearchComponent::ProgId),
             [gridAnswer] { return std::make_shared<ScriptedSearch>(gridAnswer); });

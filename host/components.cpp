@@ -7,6 +7,7 @@
 #include <QDir>
 
 #include "host/demo/demo_data.h"
+#include "host/progress_window.h"
 #include "host/reference_host.h"
 #include "platform/clock.h"
 #include "platform/component_registry.h"
@@ -36,12 +37,21 @@ bool isInstallation(const QString& folder) {
     return QFileInfo::exists(folder + u'/' + QLatin1String(InstallationFiles::MainDatabase));
 }
 
-void prepareInstallation(const QString& folder) {
+void prepareInstallation(const QString& folder, bool showProgress) {
     if (!isInstallation(folder)) {
         QDir().mkpath(QFileInfo(folder).absolutePath());
         demo::DemoOptions options;
         options.lastDay = platform::Today();
-        demo::writeDemoInstallation(folder, options);
+        const auto write = [&] { demo::writeDemoInstallation(folder, options); };
+        if (showProgress) {
+            runWithProgress(
+                u"Lorvane"_s,
+                u"Primo avvio: preparazione dell'installazione dimostrativa in "
+                u"%1.\nAttendere qualche secondo…"_s.arg(QDir::toNativeSeparators(folder)),
+                write);
+        } else {
+            write();
+        }
     }
     QDir().mkpath(platform::workFolder());
     registerComponents();

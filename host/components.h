@@ -20,7 +20,9 @@ bool isInstallation(const QString& folder);
 
 // Makes `folder` ready for a session: the demo installation written there
 // when it holds none (its last day today, by the platform's clock), the work
-// folder made, the component libraries registered. Throws RuntimeError.
-void prepareInstallation(const QString& folder);
+// folder made, the component libraries registered. With `showProgress` a
+// window says that the demo installation is being written while it is.
+// Throws RuntimeError.
+void prepareInstallation(const QString& folder, bool showProgress = false);
 
 }  // namespace lorvane::host

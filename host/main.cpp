@@ -2,6 +2,7 @@
 // window, the launcher) and its command-line tools.
 #include <QApplication>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QTextStream>
 #include <memory>
 
@@ -13,6 +14,7 @@
 #include "host/launcher_window.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
+#include "platform/translations.h"
 
 namespace {
 
@@ -48,7 +50,7 @@ int runLauncher(const QStringList& args) {
         folder = args[at + 1];
     try {
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        host::prepareInstallation(folder);
+        host::prepareInstallation(folder, true);
         QApplication::restoreOverrideCursor();
         auto referenceHost = std::make_shared<host::ReferenceHost>(folder);
         auto* window = new host::LauncherWindow(referenceHost);
@@ -78,6 +80,8 @@ int main(int argc, char** argv) {
                                                                : new QApplication(argc, argv));
     QCoreApplication::setApplicationName(u"lorvane"_s);
     QCoreApplication::setOrganizationName(u"lorvane"_s);
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+    platform::installItalianTranslations();
     QTextStream out(stdout);
     QTextStream err(stderr);
     const QStringList args = QCoreApplication::arguments().mid(1);

@@ -10,8 +10,10 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QScreen>
 #include <QSortFilterProxyModel>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -224,13 +226,33 @@ RicercaDialog::RicercaDialog(db::Recordset& recordset, const Options& options, Q
     connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &RicercaDialog::updateState);
 
-    if (options.maximised) {
-        setWindowState(windowState() | Qt::WindowMaximized);
-    } else {
-        resize(900, 600);
-    }
+    resize(sizeHint());
+    if (options.maximised) setWindowState(windowState() | Qt::WindowMaximized);
     grid_->setFocus();
     updateState();
+}
+
+QSize RicercaDialog::sizeHint() const {
+    constexpr int mostRowsShown = 25;
+    const QSize laidOut = QDialog::sizeHint();
+    int columns = 0;
+    for (int column = 0; column < grid_->model()->columnCount(); ++column)
+        columns += grid_->columnWidth(column);
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const QMargins margins = layout()->contentsMargins();
+    const int gridWidth = columns + 2 * grid_->frameWidth() + scrollBar;
+    const int rows = std::min(grid_->model()->rowCount(), mostRowsShown);
+    const int gridHeight = rows * grid_->verticalHeader()->defaultSectionSize() +
+                           grid_->horizontalHeader()->sizeHint().height() +
+                           2 * grid_->frameWidth() + scrollBar;
+    QSize wanted(std::max(laidOut.width(), gridWidth + margins.left() + margins.right()),
+                 laidOut.height() - grid_->sizeHint().height() + std::max(gridHeight, 120));
+    wanted.setHeight(std::max(wanted.height(), laidOut.height()));
+    if (const QScreen* shownOn = screen()) {
+        const QSize area = shownOn->availableGeometry().size();
+        wanted = wanted.boundedTo(QSize(area.width() * 9 / 10, area.height() * 9 / 10));
+    }
+    return wanted;
 }
 
 void RicercaDialog::applyFilter() {

@@ -84,6 +84,11 @@ class RicercaDialog : public QDialog {
     QPushButton* selezionaButton() const { return seleziona_; }
     QPushButton* annullaButton() const { return annulla_; }
 
+    // Wide enough for every column and tall enough for the rows (up to 25),
+    // within the screen: the window's size when it is not maximised, and the
+    // size it keeps where maximising is not possible.
+    QSize sizeHint() const override;
+
   private:
     void applyFilter();
     void updateState();

@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "engine/expression.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
@@ -74,13 +75,14 @@ class LayoutReader {
         return font;
     }
 
-    ItemSpec item(const QJsonObject& object) const {
+    // `where` names the item for messages: its band and its place in it.
+    ItemSpec item(const QJsonObject& object, const QString& where) const {
         static const std::pair<const char*, ItemSpec::Kind> kinds[] = {
             {"text", ItemSpec::Kind::Text},       {"field", ItemSpec::Kind::Field},
             {"sum", ItemSpec::Kind::Sum},         {"count", ItemSpec::Kind::Count},
             {"special", ItemSpec::Kind::Special}, {"line", ItemSpec::Kind::Line},
             {"box", ItemSpec::Kind::Box},         {"image", ItemSpec::Kind::Image},
-            {"barcode", ItemSpec::Kind::Barcode}};
+            {"barcode", ItemSpec::Kind::Barcode}, {"expr", ItemSpec::Kind::Expr}};
         const QString type = text(object, "type");
         const auto kind = std::find_if(std::begin(kinds), std::end(kinds), [&](const auto& entry) {
             return type == QLatin1String(entry.first);
@@ -96,13 +98,19 @@ class LayoutReader {
         } else {
             spec.rectMm = QRectF(x, y, number(object, "w", 0), number(object, "h", 0));
         }
-        spec.text = text(object, spec.kind == ItemSpec::Kind::Special ? "value" : "text");
+        spec.text = text(object, spec.kind == ItemSpec::Kind::Special ? "value"
+                                 : spec.kind == ItemSpec::Kind::Expr  ? "expr"
+                                                                      : "text");
         spec.field = text(object, "field");
         spec.format = text(object, "format");
         const QString scope = text(object, "scope", u"group"_s);
-        if (scope != u"group"_s && scope != u"report"_s)
+        const bool pageScope = spec.kind == ItemSpec::Kind::Expr && scope == u"page"_s;
+        if (scope != u"group"_s && scope != u"report"_s && !pageScope)
             fail(u"ambito \"%1\" sconosciuto"_s.arg(scope));
-        spec.scope = scope == u"report"_s ? ItemSpec::Scope::Report : ItemSpec::Scope::Group;
+        spec.scope = scope == u"report"_s ? ItemSpec::Scope::Report
+                     : pageScope          ? ItemSpec::Scope::Page
+                                          : ItemSpec::Scope::Group;
+        if (spec.kind == ItemSpec::Kind::Expr) spec.expression = expression(object, where);
         spec.font = font(object);
         const QString align = text(object, "align", u"left"_s);
         spec.align = align == u"right"_s    ? Align::Right
@@ -122,7 +130,23 @@ class LayoutReader {
         return spec;
     }
 
-    BandSpec band(const QJsonObject& root, const char* key) const {
+    std::shared_ptr<const Expression> expression(const QJsonObject& object,
+                                                 const QString& where) const {
+        const QString source = text(object, "expr");
+        if (source.trimmed().isEmpty())
+            fail(u"%1: un elemento \"expr\" senza \"expr\""_s.arg(where));
+        try {
+            return std::make_shared<const Expression>(Expression::parse(source));
+        } catch (const ExpressionError& error) {
+            fail(u"%1, espressione \"%2\", carattere %3: %4"_s.arg(where, source)
+                     .arg(error.position)
+                     .arg(error.what));
+        }
+    }
+
+    // `label` names the band in messages ("detail", "groups[1].footer").
+    BandSpec band(const QJsonObject& root, const char* key,
+                  const QString& label = QString()) const {
         BandSpec band;
         const QJsonValue value = root.value(QLatin1String(key));
         if (value.isUndefined() || value.isNull()) return band;
@@ -130,8 +154,12 @@ class LayoutReader {
             fail(u"la sezione \"%1\" deve essere un oggetto"_s.arg(QLatin1String(key)));
         const QJsonObject object = value.toObject();
         band.heightMm = number(object, "height", 0);
-        for (const QJsonValue entry : object.value(u"items"_s).toArray())
-            band.items.push_back(item(entry.toObject()));
+        const QString name = label.isEmpty() ? QLatin1String(key) : label;
+        for (const QJsonValue entry : object.value(u"items"_s).toArray()) {
+            band.items.push_back(
+                item(entry.toObject(),
+                     u"sezione \"%1\", elemento %2"_s.arg(name).arg(band.items.size() + 1)));
+        }
         return band;
     }
 
@@ -178,8 +206,10 @@ class LayoutReader {
             GroupSpec group;
             group.field = text(object, "field");
             if (group.field.isEmpty()) fail(u"un gruppo senza \"field\""_s);
-            group.header = band(object, "header");
-            group.footer = band(object, "footer");
+            const QString label = u"groups[%1]."_s.arg(layout.groups.size() + 1);
+            group.header = band(object, "header", label + u"header"_s);
+            group.footer = band(object, "footer", label + u"footer"_s);
+            group.repeatHeader = object.value(u"repeatHeader"_s).toBool();
             layout.groups.push_back(std::move(group));
         }
         const double usable = layout.pageMm.height() - layout.marginTopMm - layout.marginBottomMm -

@@ -5,24 +5,28 @@
 
 #include <QSizeF>
 #include <QString>
+#include <memory>
 #include <vector>
 
 #include "engine/page_document.h"
 
 namespace lorvane::engine {
 
+class Expression;
+
 struct ItemSpec {
-    enum class Kind { Text, Field, Sum, Count, Special, Line, Box, Image, Barcode };
-    // Where a running sum or count is taken: the innermost group around the
-    // item's band, or the whole report.
-    enum class Scope { Group, Report };
+    enum class Kind { Text, Field, Sum, Count, Special, Line, Box, Image, Barcode, Expr };
+    // Where a sum or count is taken: the innermost group around the item's
+    // band, the whole report, or (Expr only) the rows of the page.
+    enum class Scope { Group, Report, Page };
 
     Kind kind = Kind::Text;
     QRectF rectMm;   // x, y, width, height from the band's top-left corner
     QString text;    // Text: the text; Special: which one (title, author, page, pages, pageOfPages,
                      // printDate, groupValue)
     QString field;   // Field, Sum, Barcode: the column of the query
-    QString format;  // Field, Sum, Count: "dd/MM/yyyy", "#.##0,00", "" for the plain text
+    QString format;  // Field, Sum, Count, Expr: "dd/MM/yyyy", "#.##0,00", "" for the plain text
+    std::shared_ptr<const Expression> expression;  // Expr, parsed as the layout is read
     Scope scope = Scope::Group;
     FontSpec font;
     Align align = Align::Left;
@@ -42,6 +46,7 @@ struct GroupSpec {
     QString field;
     BandSpec header;
     BandSpec footer;
+    bool repeatHeader = false;  // the header again at the top of each page the group runs onto
 };
 
 struct LayoutSpec {

@@ -3,7 +3,9 @@
 #include <zint.h>
 
 #include <QDir>
+#include <QFontMetricsF>
 #include <QSaveFile>
+#include <cmath>
 #include <memory>
 
 #include "platform/runtime_error.h"
@@ -75,6 +77,32 @@ void drawBarcode(QPainter& painter, const BarcodeItem& item) {
 }
 
 }  // namespace
+
+QRectF textSpanRect(const TextItem& item, qsizetype from, qsizetype length) {
+    // Measured on a device of 72 dots per inch, where a pixel is a point.
+    static const QImage pointDevice = [] {
+        QImage image(1, 1, QImage::Format_RGB32);
+        image.setDotsPerMeterX(int(std::lround(72 / 0.0254)));
+        image.setDotsPerMeterY(int(std::lround(72 / 0.0254)));
+        return image;
+    }();
+    QFont font(item.font.family);
+    font.setPointSizeF(item.font.sizePt);
+    font.setBold(item.font.bold);
+    font.setItalic(item.font.italic);
+    const QFontMetricsF metrics(font, &pointDevice);
+    const double whole = metrics.horizontalAdvance(item.text);
+    double left = item.rect.left();
+    if (item.align == Align::Right) {
+        left = item.rect.right() - whole;
+    } else if (item.align == Align::Center) {
+        left = item.rect.center().x() - whole / 2;
+    }
+    left += metrics.horizontalAdvance(item.text.left(from));
+    const QRectF span(left, item.rect.top(), metrics.horizontalAdvance(item.text.mid(from, length)),
+                      item.rect.height());
+    return span.intersected(item.rect);
+}
 
 void paintPage(QPainter& painter, const Page& page) {
     painter.save();

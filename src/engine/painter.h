@@ -12,6 +12,10 @@ namespace lorvane::engine {
 // top-left corner (the caller scales the painter to its device).
 void paintPage(QPainter& painter, const Page& page);
 
+// Where characters `from` to `from + length` of a text item stand on its
+// page, in points, as paintPage draws them (within the item's rectangle).
+QRectF textSpanRect(const TextItem& item, qsizetype from, qsizetype length);
+
 // The page as an image at `dpi` dots per inch, on white.
 QImage pageImage(const Page& page, double dpi);
 

@@ -3,7 +3,9 @@
 #include <QHash>
 
 #include "db/connection.h"
+#include "engine/expression.h"
 #include "engine/value_format.h"
+#include "platform/clock.h"
 #include "platform/runtime_error.h"
 #include "platform/windows_paths.h"
 
@@ -14,10 +16,18 @@ using db::Variant;
 
 namespace {
 
-// The running sums and count of one scope: the report (level 0) or a group.
+// The running sums and count of one scope: the report (level 0), a group or a page.
 struct Totals {
     QHash<QString, Variant> sums;  // by field name
     int count = 0;
+    std::vector<ExpressionTotals> expressions;  // by the expression's slot
+};
+
+// A computed item placed before its scope was complete: filled in when it is.
+struct PendingExpression {
+    size_t page, band, item;
+    const ItemSpec* spec;
+    std::vector<Variant> row;
 };
 
 bool sameKey(const Variant& a, const Variant& b) {
@@ -32,7 +42,7 @@ class Renderer {
         : layout_(layout), data_(data) {
         document_.title = info.title.isEmpty() ? layout.title : info.title;
         document_.author = info.author;
-        printDate_ = info.printDate.isValid() ? info.printDate : QDate::currentDate();
+        printDate_ = info.printDate.isValid() ? info.printDate : platform::Today();
         pageSize_ = layout.pageMm * PointsPerMm;
         left_ = layout.marginLeftMm * PointsPerMm;
         top_ = layout.marginTopMm * PointsPerMm;
@@ -40,6 +50,7 @@ class Renderer {
         footerTop_ = pageSize_.height() - layout.marginBottomMm * PointsPerMm -
                      layout.pageFooter.heightMm * PointsPerMm;
         totals_.resize(layout.groups.size() + 1);
+        pending_.resize(layout.groups.size() + 1);
         resolveFields();
     }
 
@@ -48,14 +59,23 @@ class Renderer {
         const bool empty = data_.RecordCount() == 0;
         if (!empty) {
             data_.MoveFirst();
-            readRow();
+            readRow(row_);
         }
         newPage(true);
         const int groups = int(layout_.groups.size());
         bool first = true;
-        if (!empty) data_.MoveFirst();
-        for (; !data_.Eof(); data_.MoveNext()) {
-            readRow();
+        // One row read ahead, to know which groups end after the current one.
+        std::vector<Variant> next;
+        bool more = !empty;
+        if (more) readRow(next);
+        while (more) {
+            std::swap(row_, next);
+            data_.MoveNext();
+            more = !data_.Eof();
+            if (more) readRow(next);
+            footersAfter_ = 0;
+            for (int g = more ? firstBreak(row_, next) : 0; g < groups; ++g)
+                footersAfter_ += layout_.groups[size_t(g)].footer.heightMm * PointsPerMm;
             int changed = groups;
             for (int g = 0; g < groups; ++g) {
                 if (first ||
@@ -74,9 +94,11 @@ class Renderer {
                 openGroup(g);
             accumulate();
             place(layout_.detail, BandKind::Detail, groups);
+            accumulateExpressions(pageTotals_);  // on the page the line landed on
             lastRow_ = row_;
             first = false;
         }
+        footersAfter_ = 0;
         if (!first) {
             row_ = lastRow_;
             for (int g = groups - 1; g >= 0; --g)
@@ -84,6 +106,7 @@ class Renderer {
         }
         place(layout_.reportFooter, BandKind::ReportFooter, 0);
         closePage();
+        fillPending(pending_[0], totals_[0]);
         fillPageCounts();
         return std::move(document_);
     }
@@ -105,6 +128,10 @@ class Renderer {
             groupFields_.push_back(index(group.field));
         const auto scan = [&](const BandSpec& band) {
             for (const ItemSpec& item : band.items) {
+                if (item.kind == ItemSpec::Kind::Expr) {
+                    resolveExpression(item);
+                    continue;
+                }
                 if (!item.field.isEmpty() && !fieldIndex_.contains(item.field)) {
                     fieldIndex_.insert(item.field, index(item.field));
                 }
@@ -122,10 +149,49 @@ class Renderer {
         }
     }
 
-    void readRow() {
-        row_.resize(size_t(data_.FieldCount()));
+    // Gives the item's expression a slot with the columns of its fields.
+    void resolveExpression(const ItemSpec& item) {
+        const Expression* expression = item.expression.get();
+        if (!expression || slots_.contains(expression)) return;
+        std::vector<int> columns;
+        for (const QString& name : expression->fields()) {
+            const db::Field* field = data_.FindField(name);
+            if (!field) {
+                throw RuntimeError(
+                    u"Il campo '%1' dell'espressione \"%2\" del layout non è tra quelli letti "
+                    u"da: %3"_s.arg(name, item.text, layout_.query));
+            }
+            for (int i = 0; i < data_.FieldCount(); ++i) {
+                if (&data_.Fields(i) == field) columns.push_back(i);
+            }
+        }
+        slots_.insert(expression, int(expressions_.size()));
+        expressions_.push_back({expression, std::move(columns)});
+    }
+
+    void readRow(std::vector<Variant>& row) {
+        row.resize(size_t(data_.FieldCount()));
         for (int i = 0; i < data_.FieldCount(); ++i)
-            row_[size_t(i)] = data_.Fields(i).Value();
+            row[size_t(i)] = data_.Fields(i).Value();
+    }
+
+    // The outermost group whose key differs between two rows; the number of
+    // groups when none does.
+    int firstBreak(const std::vector<Variant>& a, const std::vector<Variant>& b) const {
+        for (size_t g = 0; g < groupFields_.size(); ++g) {
+            const size_t column = size_t(groupFields_[g]);
+            if (!sameKey(a[column], b[column])) return int(g);
+        }
+        return int(groupFields_.size());
+    }
+
+    void accumulateExpressions(Totals& totals) const {
+        totals.expressions.resize(expressions_.size());
+        for (size_t slot = 0; slot < expressions_.size(); ++slot) {
+            const auto& [expression, columns] = expressions_[slot];
+            if (expression->usesTotals())
+                expression->accumulate(row_, columns, totals.expressions[slot]);
+        }
     }
 
     void accumulate() {
@@ -137,6 +203,7 @@ class Renderer {
                 Variant& sum = totals.sums[field.key()];
                 sum = sum.isEmpty() ? value : sum + value;
             }
+            accumulateExpressions(totals);
         }
     }
 
@@ -145,20 +212,25 @@ class Renderer {
         groupKeys_.resize(layout_.groups.size());
         groupKeys_[size_t(g)] = row_[size_t(groupFields_[size_t(g)])];
         totals_[size_t(g) + 1] = Totals{};
+        openGroups_ = g;
         // A group header is never the last thing on a page: it goes with the
-        // headers below it and the first detail line.
+        // headers below it and the first detail line (and the footers that
+        // line closes).
         double needed = layout_.detail.heightMm;
         for (size_t inner = size_t(g); inner < layout_.groups.size(); ++inner) {
             needed += layout_.groups[inner].header.heightMm;
         }
-        if (y_ + needed * PointsPerMm > footerTop_ && pageHasBody_) newPage();
+        if (y_ + needed * PointsPerMm + footersAfter_ > footerTop_ && pageHasBody_) newPage();
         document_.outline.push_back(
             {g, groupKeys_[size_t(g)].text(), int(document_.pages.size()) - 1});
         place(group.header, BandKind::GroupHeader, g + 1);
+        openGroups_ = g + 1;
     }
 
     void closeGroup(int g) {
         place(layout_.groups[size_t(g)].footer, BandKind::GroupFooter, g + 1);
+        openGroups_ = g;
+        fillPending(pending_[size_t(g) + 1], totals_[size_t(g) + 1]);
     }
 
     // Starts a page with its page header; the first page opens with the
@@ -179,12 +251,23 @@ class Renderer {
                 makeBand(layout_.pageHeader, BandKind::PageHeader, 0, left_, y_));
             y_ += layout_.pageHeader.heightMm * PointsPerMm;
         }
+        // A page that continues a group opens with the headers asked to repeat.
+        for (int g = 0; g < openGroups_; ++g) {
+            const GroupSpec& group = layout_.groups[size_t(g)];
+            if (!group.repeatHeader || group.header.isEmpty()) continue;
+            document_.pages.back().bands.push_back(
+                makeBand(group.header, BandKind::GroupHeader, g + 1, left_, y_));
+            y_ += group.header.heightMm * PointsPerMm;
+        }
     }
 
     void closePage() {
-        if (layout_.pageFooter.isEmpty()) return;
-        document_.pages.back().bands.push_back(
-            makeBand(layout_.pageFooter, BandKind::PageFooter, 0, left_, footerTop_));
+        if (!layout_.pageFooter.isEmpty()) {
+            document_.pages.back().bands.push_back(
+                makeBand(layout_.pageFooter, BandKind::PageFooter, 0, left_, footerTop_));
+        }
+        fillPending(pendingPage_, pageTotals_);
+        pageTotals_ = Totals{};
     }
 
     // Places a band at the current position, on a new page when it does not fit.
@@ -211,7 +294,11 @@ class Renderer {
             labelColumn_ = 0;
             y_ += layout_.detail.heightMm * PointsPerMm;
         }
-        if (y_ + height > footerTop_) newPage();
+        // The last line of a group keeps its footers company on the next page.
+        const double keep = kind == BandKind::Detail ? footersAfter_ : 0;
+        if (y_ + height > footerTop_ || (y_ + height + keep > footerTop_ && pageHasBody_)) {
+            newPage();
+        }
         document_.pages.back().bands.push_back(makeBand(band, kind, level, x, y_));
         pageHasBody_ = true;
         y_ += height;
@@ -224,7 +311,7 @@ class Renderer {
             const QRectF rect(x + item.rectMm.x() * PointsPerMm, y + item.rectMm.y() * PointsPerMm,
                               item.rectMm.width() * PointsPerMm,
                               item.rectMm.height() * PointsPerMm);
-            placed.items.push_back(primitive(item, rect, level, placed.items.size()));
+            placed.items.push_back(primitive(item, rect, kind, level, placed.items.size()));
         }
         return placed;
     }
@@ -241,7 +328,8 @@ class Renderer {
         return text;
     }
 
-    Primitive primitive(const ItemSpec& item, const QRectF& rect, int level, size_t indexInBand) {
+    Primitive primitive(const ItemSpec& item, const QRectF& rect, BandKind kind, int level,
+                        size_t indexInBand) {
         switch (item.kind) {
             case ItemSpec::Kind::Text:
                 return text(item, rect, Variant(), item.text);
@@ -262,6 +350,8 @@ class Renderer {
             }
             case ItemSpec::Kind::Special:
                 return special(item, rect, level, indexInBand);
+            case ItemSpec::Kind::Expr:
+                return computed(item, rect, kind, level, indexInBand);
             case ItemSpec::Kind::Line: {
                 const QPointF offset = rect.topLeft() - item.rectMm.topLeft() * PointsPerMm;
                 return LineItem{offset + item.rectMm.topLeft() * PointsPerMm,
@@ -307,12 +397,61 @@ class Renderer {
             u"Il layout usa un valore speciale sconosciuto: \"%1\""_s.arg(item.text));
     }
 
+    // A computed item: its value now when its scope's rows are all known
+    // (the footer of its group, the report footer, the page footer) or when
+    // it uses no Sum() nor Count(); otherwise once the scope is closed.
+    Primitive computed(const ItemSpec& item, const QRectF& rect, BandKind kind, int level,
+                       size_t indexInBand) {
+        const auto& [expression, columns] =
+            expressions_[size_t(slots_.value(item.expression.get()))];
+        Totals* totals = &pageTotals_;
+        std::vector<PendingExpression>* pending = &pendingPage_;
+        bool complete = kind == BandKind::PageFooter;
+        if (item.scope != ItemSpec::Scope::Page) {
+            const int scope = item.scope == ItemSpec::Scope::Report ? 0 : level;
+            totals = &totals_[size_t(scope)];
+            pending = &pending_[size_t(scope)];
+            complete =
+                kind == BandKind::ReportFooter || (kind == BandKind::GroupFooter && scope == level);
+        }
+        if (complete || !expression->usesTotals()) {
+            const Variant value = evaluate(item, *totals);
+            return text(item, rect, value, formatValue(value, item.format));
+        }
+        pending->push_back({document_.pages.size() - 1, document_.pages.back().bands.size(),
+                            indexInBand, &item, row_});
+        return text(item, rect, Variant::null(), QString());
+    }
+
+    Variant evaluate(const ItemSpec& item, Totals& totals) {
+        const int slot = slots_.value(item.expression.get());
+        const auto& [expression, columns] = expressions_[size_t(slot)];
+        totals.expressions.resize(expressions_.size());
+        const std::optional<double> value =
+            expression->evaluate(row_, columns, totals.expressions[size_t(slot)]);
+        return value ? Variant(*value) : Variant::null();
+    }
+
+    void fillPending(std::vector<PendingExpression>& pending, Totals& totals) {
+        for (PendingExpression& entry : pending) {
+            std::swap(row_, entry.row);
+            const Variant value = evaluate(*entry.spec, totals);
+            std::swap(row_, entry.row);
+            auto& item =
+                std::get<TextItem>(document_.pages[entry.page].bands[entry.band].items[entry.item]);
+            item.value = value;
+            item.text = formatValue(value, entry.spec->format);
+        }
+        pending.clear();
+    }
+
     void fillPageCounts() {
         const int pages = int(document_.pages.size());
         for (const PageCount& count : pageCounts_) {
             auto& item = std::get<TextItem>(
                 document_.pages[size_t(count.page)].bands[count.band].items[count.item]);
-            item.value = Variant(qint32(pages));
+            // "Pagina 1 di 3" is text: only the bare count is a number.
+            item.value = count.pageOfPages ? Variant() : Variant(qint32(pages));
             item.text = count.pageOfPages ? u"Pagina %1 di %2"_s.arg(count.page + 1).arg(pages)
                                           : QString::number(pages);
         }
@@ -350,7 +489,18 @@ class Renderer {
     QHash<QString, int> fieldIndex_;
     QHash<QString, int> summed_;
     std::vector<Variant> row_, lastRow_, groupKeys_;
-    std::vector<Totals> totals_;
+    std::vector<Totals> totals_;  // the report's, then each group's
+    Totals pageTotals_;
+    std::vector<std::vector<PendingExpression>> pending_;  // likewise
+    std::vector<PendingExpression> pendingPage_;
+    struct BoundExpression {
+        const Expression* expression;
+        std::vector<int> columns;  // of its fields in the rows
+    };
+    std::vector<BoundExpression> expressions_;
+    QHash<const Expression*, int> slots_;  // into expressions_
+    int openGroups_ = 0;                   // groups whose header is placed and footer not yet
+    double footersAfter_ = 0;              // points: the footers that follow the current line
     std::vector<PageCount> pageCounts_;
     QHash<QString, QImage> images_;
 };

@@ -72,6 +72,7 @@ void Report::Export(bool promptUser) {
             if (writeDocumentProperties_ && !title_.isEmpty()) xls.sheetName = title_;
             xls.columnHeadings = options.ExcelColumnHeadings;
             xls.keepFormats = options.KeepDisplayFormats;
+            xls.landscape = layout_.pageMm.width() > layout_.pageMm.height();
             writeXls(buildGrid(document, false), options.DiskFileName, xls);
         }
     }

@@ -1,9 +1,11 @@
 #include "engine/report_viewer.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPageLayout>
@@ -19,7 +21,9 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "engine/painter.h"
 #include "platform/error_handling.h"
@@ -46,14 +50,24 @@ QPageLayout pageLayoutOf(const Page& page) {
                        QPageLayout::Point);
 }
 
-bool pageHolds(const Page& page, const QString& text) {
+// The places of `text` on a page, top to bottom, then left to right.
+std::vector<QRectF> placesOn(const Page& page, const QString& text) {
+    std::vector<QRectF> places;
     for (const PlacedBand& band : page.bands) {
         for (const Primitive& item : band.items) {
             const auto* textItem = std::get_if<TextItem>(&item);
-            if (textItem && textItem->text.contains(text, Qt::CaseInsensitive)) return true;
+            if (!textItem) continue;
+            for (qsizetype at = textItem->text.indexOf(text, 0, Qt::CaseInsensitive); at >= 0;
+                 at = textItem->text.indexOf(text, at + text.size(), Qt::CaseInsensitive)) {
+                places.push_back(textSpanRect(*textItem, at, text.size()));
+            }
         }
     }
-    return false;
+    std::stable_sort(places.begin(), places.end(), [](const QRectF& a, const QRectF& b) {
+        if (std::abs(a.top() - b.top()) > 1) return a.top() < b.top();
+        return a.left() < b.left();
+    });
+    return places;
 }
 
 void printWithDialog(QWidget* parent, const PageDocument& document) {
@@ -78,6 +92,10 @@ QString chooseWithDialog(QWidget* parent, const SaveFileRequest& request) {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(request.nameFilter);
     dialog.setDefaultSuffix(request.defaultSuffix);
+    if (!request.folder.isEmpty()) {
+        QDir().mkpath(request.folder);
+        dialog.setDirectory(request.folder);
+    }
     dialog.selectFile(request.suggestedName);
     if (dialog.exec() != QDialog::Accepted) return QString();
     return dialog.selectedFiles().value(0);
@@ -147,11 +165,27 @@ class PageCanvas : public QWidget {
         painter.translate(pageMarginPx, pageMarginPx);
         painter.scale(scale_, scale_);
         paintPage(painter, *page_);
+        painter.setPen(Qt::NoPen);
+        for (const QRectF& place : highlights_) {
+            painter.setBrush(place == current_ ? QColor(255, 128, 0, 130)
+                                               : QColor(255, 230, 0, 120));
+            painter.drawRect(place.adjusted(-0.5, -0.5, 0.5, 0.5));
+        }
+    }
+
+  public:
+    // The places of a text found on the page, `current` among them or empty.
+    void setHighlights(std::vector<QRectF> places, QRectF current) {
+        highlights_ = std::move(places);
+        current_ = current;
+        update();
     }
 
   private:
     const Page* page_ = nullptr;
     double scale_ = 1;
+    std::vector<QRectF> highlights_;
+    QRectF current_;
 };
 
 ReportViewer::ReportViewer(QWidget* parent) : QWidget(parent) {
@@ -181,7 +215,10 @@ ReportViewer::ReportViewer(QWidget* parent) : QWidget(parent) {
     scrollArea_->setPalette(grey);
     canvas_ = new PageCanvas(scrollArea_);
     scrollArea_->setWidget(canvas_);
+    scrollArea_->setFocusPolicy(Qt::StrongFocus);
     scrollArea_->installEventFilter(this);
+    scrollArea_->viewport()->installEventFilter(this);
+    setFocusProxy(scrollArea_);
     splitter_->addWidget(groupTree_);
     splitter_->addWidget(scrollArea_);
     splitter_->setStretchFactor(0, 0);
@@ -218,8 +255,7 @@ void ReportViewer::buildToolbar(QToolBar* bar) {
     pageNumber_->setObjectName(u"PageNumber"_s);
     pageNumber_->setAlignment(Qt::AlignCenter);
     // Wide enough for "1234 / 1234": a year's report runs to hundreds of pages.
-    const int pageBoxWidth =
-        pageNumber_->fontMetrics().horizontalAdvance(u"0000 / 0000"_s) + 16;
+    const int pageBoxWidth = pageNumber_->fontMetrics().horizontalAdvance(u"0000 / 0000"_s) + 16;
     pageNumber_->setMinimumWidth(pageBoxWidth);
     pageNumber_->setMaximumWidth(pageBoxWidth);
     connect(pageNumber_, &QLineEdit::returnPressed, this, [this] { pageNumberEntered(); });
@@ -234,15 +270,21 @@ void ReportViewer::buildToolbar(QToolBar* bar) {
     for (const int percent : {50, 75, 100, 150, 200}) {
         zoomBox_->addItem(u"%1%"_s.arg(percent), percent);
     }
-    connect(zoomBox_, &QComboBox::activated, this,
-            [this](int index) { setZoom(zoomBox_->itemData(index).toInt()); });
+    connect(zoomBox_, &QComboBox::activated, this, [this](int index) {
+        setZoom(zoomBox_->itemData(index).toInt());
+        emit zoomChosen(zoom_);
+    });
     bar->addWidget(zoomBox_);
 
     searchText_ = new QLineEdit(bar);
     searchText_->setObjectName(u"SearchText"_s);
     searchText_->setPlaceholderText(u"Testo da cercare"_s);
     connect(searchText_, &QLineEdit::returnPressed, this, [this] { find(searchText_->text()); });
-    searchText_->setMaximumWidth(180);
+    // Never narrower than its hint: a box cut to "Te…" says nothing.
+    const int searchWidth =
+        searchText_->fontMetrics().horizontalAdvance(searchText_->placeholderText()) + 24;
+    searchText_->setMinimumWidth(searchWidth);
+    searchText_->setMaximumWidth(std::max(180, searchWidth));
     bar->addWidget(searchText_);
     findButton_ = button(u"Find"_s, u"Trova"_s, [this] { find(searchText_->text()); });
 
@@ -270,6 +312,9 @@ void ReportViewer::ViewReport() {
 void ReportViewer::setDocument(PageDocument document) {
     document_ = std::move(document);
     currentPage_ = document_.pages.empty() ? 0 : 1;
+    matchedText_.clear();
+    matches_.clear();
+    currentMatch_ = -1;
     setStatus(QString());
     fillGroupTree();
     updateScale();
@@ -277,14 +322,18 @@ void ReportViewer::setDocument(PageDocument document) {
     emit pageChanged(currentPage_);
 }
 
-void ReportViewer::goToPage(int page) {
+void ReportViewer::goToPage(int page) { showPage(page, false); }
+
+void ReportViewer::showPage(int page, bool atBottom) {
     if (document_.pages.empty()) return;
     page = std::clamp(page, 1, pageCount());
     if (page == currentPage_) return;
     currentPage_ = page;
+    wheelAngle_ = 0;
     updateScale();
     updateControls();
-    scrollArea_->verticalScrollBar()->setValue(0);
+    QScrollBar* bar = scrollArea_->verticalScrollBar();
+    bar->setValue(atBottom ? bar->maximum() : 0);
     emit pageChanged(currentPage_);
 }
 
@@ -303,17 +352,85 @@ void ReportViewer::setDisplayGroupTree(bool display) {
 
 bool ReportViewer::find(const QString& text) {
     if (text.isEmpty() || document_.pages.empty()) return false;
-    const int count = pageCount();
-    for (int step = 1; step <= count; ++step) {
-        const int page = (currentPage_ - 1 + step) % count + 1;
-        if (pageHolds(document_.pages[page - 1], text)) {
-            setStatus(QString());
-            goToPage(page);
-            return true;
-        }
+    if (text.compare(matchedText_, Qt::CaseInsensitive) != 0) collectMatches(text);
+    if (matches_.empty()) {
+        setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
+        return false;
     }
-    setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
-    return false;
+    if (currentMatchShown()) {
+        showMatch((currentMatch_ + 1) % int(matches_.size()));
+        return true;
+    }
+    const auto first =
+        std::find_if(matches_.begin(), matches_.end(),
+                     [this](const TextMatch& match) { return match.page >= currentPage_; });
+    showMatch(first == matches_.end() ? 0 : int(first - matches_.begin()));
+    return true;
+}
+
+// The user may have turned to another page since: the search goes on from there.
+bool ReportViewer::currentMatchShown() const {
+    return currentMatch_ >= 0 && matches_[size_t(currentMatch_)].page == currentPage_;
+}
+
+bool ReportViewer::findNext() { return find(searchText_->text()); }
+
+bool ReportViewer::findPrevious() {
+    const QString text = searchText_->text();
+    if (text.isEmpty() || document_.pages.empty()) return false;
+    if (text.compare(matchedText_, Qt::CaseInsensitive) != 0) collectMatches(text);
+    if (matches_.empty()) {
+        setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
+        return false;
+    }
+    if (currentMatchShown()) {
+        const int count = int(matches_.size());
+        showMatch((currentMatch_ + count - 1) % count);
+        return true;
+    }
+    const auto last =
+        std::find_if(matches_.rbegin(), matches_.rend(),
+                     [this](const TextMatch& match) { return match.page <= currentPage_; });
+    showMatch(last == matches_.rend() ? int(matches_.size()) - 1 : int(matches_.rend() - last) - 1);
+    return true;
+}
+
+void ReportViewer::collectMatches(const QString& text) {
+    matchedText_ = text;
+    matches_.clear();
+    currentMatch_ = -1;
+    for (int page = 1; page <= pageCount(); ++page) {
+        for (const QRectF& place : placesOn(document_.pages[page - 1], text))
+            matches_.push_back({page, place});
+    }
+    updateHighlights();
+}
+
+// The page of the place, scrolled so that the place shows.
+void ReportViewer::showMatch(int index) {
+    currentMatch_ = index;
+    const TextMatch& match = matches_[size_t(index)];
+    goToPage(match.page);
+    updateHighlights();
+    const QRectF onCanvas(match.rect.topLeft() * scale_, match.rect.size() * scale_);
+    scrollArea_->ensureVisible(pageMarginPx + int(onCanvas.center().x()),
+                               pageMarginPx + int(onCanvas.center().y()),
+                               int(onCanvas.width() / 2) + 20, int(onCanvas.height() / 2) + 40);
+    setStatus(u"\"%1\": %2 di %3, pagina %4"_s.arg(matchedText_)
+                  .arg(index + 1)
+                  .arg(matches_.size())
+                  .arg(match.page));
+}
+
+void ReportViewer::updateHighlights() {
+    std::vector<QRectF> places;
+    QRectF current;
+    for (size_t index = 0; index < matches_.size(); ++index) {
+        if (matches_[index].page != currentPage_) continue;
+        places.push_back(matches_[index].rect);
+        if (int(index) == currentMatch_) current = matches_[index].rect;
+    }
+    canvas_->setHighlights(std::move(places), current);
 }
 
 QString ReportViewer::statusText() const { return status_->text(); }
@@ -345,6 +462,7 @@ void ReportViewer::exportTo(int formatType) {
         request = {u"Esporta in PDF"_s, u"Documenti PDF (*.pdf)"_s, u"pdf"_s,
                    request.suggestedName};
     }
+    if (exportFolder_) request.folder = exportFolder_(formatType);
     const QString path =
         fileChooser() ? fileChooser()(this, request) : chooseWithDialog(this, request);
     if (path.isEmpty()) return;
@@ -364,7 +482,76 @@ void ReportViewer::setFileChooser(FileChooser chooser) { fileChooser() = std::mo
 
 bool ReportViewer::eventFilter(QObject* watched, QEvent* event) {
     if (watched == scrollArea_ && event->type() == QEvent::Resize) updateScale();
+    if (watched == scrollArea_ && event->type() == QEvent::KeyPress &&
+        pageKey(static_cast<QKeyEvent*>(event)->key()))
+        return true;
+    if (watched == scrollArea_->viewport() && event->type() == QEvent::Wheel &&
+        wheelTurnsPage(*static_cast<QWheelEvent*>(event)))
+        return true;
     return QWidget::eventFilter(watched, event);
+}
+
+void ReportViewer::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F3) {
+        if (event->modifiers() & Qt::ShiftModifier) {
+            findPrevious();
+        } else {
+            findNext();
+        }
+    } else if (event->key() == Qt::Key_Escape) {
+        emit closeRequested();
+    } else if (!pageKey(event->key())) {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+// PgDn scrolls down the page and, at its bottom, turns to the next one; PgUp
+// likewise upwards, to the bottom of the page before.
+bool ReportViewer::pageKey(int key) {
+    QScrollBar* bar = scrollArea_->verticalScrollBar();
+    switch (key) {
+        case Qt::Key_PageDown:
+            if (bar->value() < bar->maximum()) {
+                bar->setValue(bar->value() + bar->pageStep());
+            } else {
+                showPage(currentPage_ + 1, false);
+            }
+            return true;
+        case Qt::Key_PageUp:
+            if (bar->value() > bar->minimum()) {
+                bar->setValue(bar->value() - bar->pageStep());
+            } else {
+                showPage(currentPage_ - 1, true);
+            }
+            return true;
+        case Qt::Key_Home:
+            goToPage(1);
+            return true;
+        case Qt::Key_End:
+            goToPage(pageCount());
+            return true;
+        default:
+            return false;
+    }
+}
+
+// The wheel scrolls the page; turned on at its bottom (top) by a notch, it
+// goes to the next page (the bottom of the one before).
+bool ReportViewer::wheelTurnsPage(const QWheelEvent& event) {
+    if (event.modifiers() != Qt::NoModifier) return false;
+    const int angle = event.angleDelta().y();
+    QScrollBar* bar = scrollArea_->verticalScrollBar();
+    const bool down = angle < 0;
+    if (angle == 0 || (down && bar->value() < bar->maximum()) ||
+        (!down && bar->value() > bar->minimum())) {
+        wheelAngle_ = 0;
+        return false;
+    }
+    wheelAngle_ += angle;
+    if (std::abs(wheelAngle_) < 120) return true;
+    wheelAngle_ = 0;
+    showPage(currentPage_ + (down ? 1 : -1), !down);
+    return true;
 }
 
 void ReportViewer::fillGroupTree() {
@@ -401,6 +588,7 @@ void ReportViewer::updateScale() {
         scale_ = zoom_ / 100.0 * logicalDpiX() / 72.0;
     }
     canvas_->show(page, scale_);
+    updateHighlights();
 }
 
 void ReportViewer::updateControls() {

@@ -3,15 +3,19 @@
 // group tree of the report beside the pages.
 #pragma once
 
+#include <QRectF>
 #include <QString>
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "engine/page_document.h"
 #include "engine/report.h"
 
 class QComboBox;
+class QKeyEvent;
+class QWheelEvent;
 class QLabel;
 class QLineEdit;
 class QPagedPaintDevice;
@@ -39,6 +43,14 @@ struct SaveFileRequest {
     QString nameFilter;     // "Documenti PDF (*.pdf)"
     QString defaultSuffix;  // "pdf", added when the user types a bare name
     QString suggestedName;  // the report's title
+    QString folder;         // where the chooser starts; "" for the chooser's own choice
+};
+
+// One place where the text searched for stands: its page (1-based) and its
+// rectangle on the page, in points.
+struct TextMatch {
+    int page = 0;
+    QRectF rect;
 };
 
 class ReportViewer : public QWidget {
@@ -87,10 +99,19 @@ class ReportViewer : public QWidget {
     bool displayGroupTree() const { return displayGroupTree_; }
     void setDisplayGroupTree(bool display);
 
-    // Finds `text` (ignoring case) in the pages after the current one, going
-    // round to the first page, and goes to the first page holding it. Gives
-    // false and says so in the status line when no page holds it.
+    // Finds `text` (ignoring case). A text not searched for before starts on
+    // the current page, then the pages after it, going round to the first;
+    // the same text again steps to the next place. Every place on the page
+    // shown is highlighted, the current one more strongly. Gives false and
+    // says so in the status line when no page holds it.
     bool find(const QString& text);
+    // The next and the previous place of the text in the search box (F3,
+    // Shift+F3).
+    bool findNext();
+    bool findPrevious();
+    // Every place of the last text searched for, in page order; the current one.
+    const std::vector<TextMatch>& matches() const { return matches_; }
+    int currentMatch() const { return currentMatch_; }
     QString statusText() const;
 
     // Print the document through the handler; export it to a chosen file.
@@ -102,14 +123,30 @@ class ReportViewer : public QWidget {
     static void setPrintHandler(PrintHandler handler);
     static void setFileChooser(FileChooser chooser);
 
+    // Gives the folder the file chooser starts in for a format ("" for the
+    // chooser's own choice); asked at each export.
+    using ExportFolder = std::function<QString(int formatType)>;
+    void setExportFolder(ExportFolder folder) { exportFolder_ = std::move(folder); }
+
   signals:
     void closeRequested();
     void pageChanged(int page);
+    // The user chose a zoom level in the toolbar.
+    void zoomChosen(int level);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // F3 and Shift+F3 step through the places found; PgUp, PgDn, Home and End
+    // move across the pages; Escape asks to close.
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    bool pageKey(int key);
+    bool wheelTurnsPage(const QWheelEvent& event);
+    void collectMatches(const QString& text);
+    void showMatch(int index);
+    bool currentMatchShown() const;
+    void showPage(int page, bool atBottom);
     void buildToolbar(QToolBar* bar);
     void fillGroupTree();
     void updateScale();
@@ -117,6 +154,7 @@ class ReportViewer : public QWidget {
     void pageNumberEntered();
     void groupClicked(QTreeWidgetItem* item);
     void setStatus(const QString& text);
+    void updateHighlights();
 
     std::shared_ptr<Report> report_;
     PageDocument document_;
@@ -124,6 +162,11 @@ class ReportViewer : public QWidget {
     int zoom_ = ZoomPageWidth;
     double scale_ = 1;
     bool displayGroupTree_ = true;
+    QString matchedText_;
+    std::vector<TextMatch> matches_;
+    int currentMatch_ = -1;
+    int wheelAngle_ = 0;  // eighths of a degree turned at the top or bottom of a page
+    ExportFolder exportFolder_;
 
     QToolButton* firstButton_ = nullptr;
     QToolButton* previousButton_ = nullptr;

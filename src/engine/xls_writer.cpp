@@ -57,6 +57,8 @@ enum Record : quint16 {
     BoolErr = 0x0205,
     Row = 0x0208,
     Window2 = 0x023E,
+    WsBool = 0x0081,
+    Setup = 0x00A1,
     Style = 0x0293,
     Format = 0x041E,
     Bof = 0x0809,
@@ -472,6 +474,7 @@ struct Sheet {
     std::vector<quint16> columnWidths;
     std::vector<int> pageBreaks;
     std::vector<Merge> merges;
+    bool landscape = false;
 };
 
 // Dates before 01/03/1900 are written as text: Excel counts a 29/02/1900 that
@@ -537,8 +540,8 @@ SheetCell convertCell(const GridCell& cell, int row, const XlsOptions& options, 
 
 // The headings of the extra first row: the page-header row with the most
 // cells names the columns (it is the row of column titles, not a report title
-// above it); a column it leaves out is "Colonna N".
-std::vector<GridCell> headingCells(const Grid& grid, int columns) {
+// above it); a column it leaves out has no heading.
+std::vector<GridCell> headingCells(const Grid& grid) {
     std::vector<int> cellsPerRow(grid.rows.size(), 0);
     for (const GridCell& cell : grid.cells) {
         const auto row = size_t(cell.row);
@@ -549,19 +552,16 @@ std::vector<GridCell> headingCells(const Grid& grid, int columns) {
     const int titleRow =
         best == cellsPerRow.end() || *best == 0 ? -1 : int(best - cellsPerRow.begin());
 
-    std::vector<GridCell> headings(static_cast<size_t>(columns));
-    for (int column = 0; column < columns; ++column) {
-        headings[size_t(column)].column = column;
-        headings[size_t(column)].text = u"Colonna %1"_s.arg(column + 1);
-    }
+    std::vector<GridCell> headings;
     for (const GridCell& cell : grid.cells) {
         if (cell.row != titleRow || cell.column < 0 || cell.text.trimmed().isEmpty()) continue;
-        GridCell& heading = headings[size_t(cell.column)];
+        GridCell heading;
+        heading.column = cell.column;
         heading.text = cell.text.trimmed();
         heading.align = cell.align;
-    }
-    for (GridCell& heading : headings)
         heading.font.bold = true;
+        headings.push_back(std::move(heading));
+    }
     return headings;
 }
 
@@ -597,6 +597,7 @@ Sheet planSheet(const Grid& grid, const XlsOptions& options, Styles& styles, Sha
     }
 
     Sheet sheet;
+    sheet.landscape = options.landscape;
     sheet.rows.resize(grid.rows.size() + size_t(offset));
     for (size_t i = 0; i < grid.rows.size(); ++i) {
         const GridRow& row = grid.rows[i];
@@ -621,7 +622,7 @@ Sheet planSheet(const Grid& grid, const XlsOptions& options, Styles& styles, Sha
         }
     };
     if (options.columnHeadings) {
-        for (const GridCell& heading : headingCells(grid, columns))
+        for (const GridCell& heading : headingCells(grid))
             add(heading, 0);
     }
     for (const GridCell& cell : grid.cells) {
@@ -665,6 +666,9 @@ void writeCell(Stream& out, const SheetCell& cell) {
 // The worksheet substream, its records in the order Excel expects them.
 void writeSheet(Stream& out, const Sheet& sheet) {
     out.record(Bof, bof(0x0010));
+    // Excel's own sheet options (automatic breaks shown, outline sums below
+    // and right) with fit to page, which SETUP below makes one page wide.
+    out.record(WsBool, Bytes().u16(0x04C1 | 0x0100));
     if (!sheet.pageBreaks.empty()) {
         Bytes b;
         b.u16(quint16(sheet.pageBreaks.size()));
@@ -672,6 +676,12 @@ void writeSheet(Stream& out, const Sheet& sheet) {
             b.u16(quint16(row)).u16(0).u16(0x00FF);
         out.record(HorizontalPageBreaks, b);
     }
+    // A4, scale 100, first page 1, one page wide and as many pages tall as
+    // needed, the orientation of the report's page, 600 dpi, header and footer
+    // margins of 0.5 inch, one copy.
+    Bytes setup;
+    setup.u16(9).u16(100).u16(1).u16(1).u16(0).u16(sheet.landscape ? 0x0000 : 0x0002);
+    out.record(Setup, setup.u16(600).u16(600).f64(0.5).f64(0.5).u16(1));
     out.record(DefColWidth, Bytes().u16(8));
     for (size_t column = 0; column < sheet.columnWidths.size(); ++column) {
         Bytes b;

@@ -13,8 +13,10 @@ namespace lorvane::engine {
 struct XlsOptions {
     QString sheetName = QStringLiteral("Report");
     // An extra first row of bold headings: the texts of the page-header row
-    // with the most cells, "Colonna N" for a column without one there.
+    // with the most cells, nothing over a column without one there.
     bool columnHeadings = false;
+    // The sheet prints one page wide, in the orientation of the report's page.
+    bool landscape = false;
     // The layout's display formats carried over as Excel number formats;
     // without, numbers are General and dates dd/mm/yyyy.
     bool keepFormats = true;

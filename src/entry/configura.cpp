@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "entry/dispatch.h"
+#include "platform/translations.h"
 #include "platform/windows.h"
 
 namespace lorvane::entry {
@@ -19,6 +20,7 @@ QString Configura::Ver() const {
 }
 
 void Configura::Start() {
+    platform::installItalianTranslations();
     const ReportScreen* report = findReportScreen(moduleValues().codiceStampa);
     if (!report) return;  // a code in no row is ignored, without a message
     QWidget* screen = report->create();

@@ -1,5 +1,7 @@
 // The preview window: the report viewer filling the window, a timer that
 // closes it when the host asks, and the one shared instance the screens use.
+// It opens at the size and zoom the user last left it at (kept in the host's
+// settings), else at a size that shows a whole page on its screen.
 #pragma once
 
 #include <QPointer>
@@ -46,18 +48,29 @@ class FrmAnteprima : public QWidget {
     // loop, and instance() makes a new one from now on.
     void Unload();
 
+    // The host's settings that keep the size (pixels) and the zoom chosen.
+    static constexpr char SettingsSection[] = "Anteprima";
+
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
     FrmAnteprima();
     void Form_Load();
     void Form_Resize();
+    // Size, zoom and place on first showing, from the settings or the page.
+    void placeOnScreen();
+    QSize wholePageSize(const QRect& area) const;
+    void saveChoices();
 
     engine::ReportViewer* report1_ = nullptr;
     QTimer* timer1_ = nullptr;
     bool unloaded_ = false;
+    bool placed_ = false;
+    QSize openedSize_;
+    int openedZoom_ = 0;
 
     static QPointer<FrmAnteprima>& current();
 };

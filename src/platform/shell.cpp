@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 #include <QDesktopServices>
+#include <QMimeDatabase>
+#include <QProcess>
 #include <QUrl>
 #include <random>
 
@@ -9,9 +11,22 @@ namespace lorvane::platform {
 
 namespace {
 
-std::function<void(const QString&)>& opener() {
-    static std::function<void(const QString&)> current;
+std::function<bool(const QString&)>& opener() {
+    static std::function<bool(const QString&)> current;
     return current;
+}
+
+// A desktop "opens" a file of a type it has no program for without a word:
+// its MIME database is asked first, where it has one.
+bool openWithDesktop(const QString& path) {
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                             QMimeDatabase().mimeTypeForFile(path).name()});
+    if (query.waitForStarted(2000)) {
+        if (!query.waitForFinished(5000)) query.kill();
+        if (query.readAllStandardOutput().trimmed().isEmpty()) return false;
+    }
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 std::function<double()>& randomSource() {
@@ -26,15 +41,9 @@ std::mt19937_64& generator() {
 
 }  // namespace
 
-void ShellOpen(const QString& path) {
-    if (opener()) {
-        opener()(path);
-    } else {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-    }
-}
+bool ShellOpen(const QString& path) { return opener() ? opener()(path) : openWithDesktop(path); }
 
-void setShellOpener(std::function<void(const QString&)> replacement) {
+void setShellOpener(std::function<bool(const QString&)> replacement) {
     opener() = std::move(replacement);
 }
 

@@ -7,9 +7,11 @@
 
 namespace lorvane::platform {
 
-// Opens `path` with the desktop's default application; the result is not read.
-void ShellOpen(const QString& path);
-void setShellOpener(std::function<void(const QString&)> opener);
+// Opens `path` with the desktop's default application. Gives false when the
+// desktop has no program for the file's type or could not start it.
+bool ShellOpen(const QString& path);
+// Replaces the opener (a test records the path and says whether it opened).
+void setShellOpener(std::function<bool(const QString&)> opener);
 
 // Seeds the random numbers from the clock.
 void Randomize();

@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QRegularExpression>
 #include <QStyle>
 
 #include "platform/runtime_error.h"
@@ -10,10 +13,99 @@ namespace lorvane::screens {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool isDateCharacter(const QString& text) {
+    return text.size() == 1 && (text[0].isDigit() || u"/-."_s.contains(text[0]));
+}
+
+}  // namespace
+
 DatePicker::DatePicker(QWidget* parent) : QDateEdit(parent) {
     setDisplayFormat(u"dd/MM/yyyy"_s);
     setCalendarPopup(true);
     setLocale(QLocale(QLocale::Italian, QLocale::Italy));
+    // A digit that does not fit the part being edited (day 31 in February).
+    connect(lineEdit(), &QLineEdit::inputRejected, this, [this] { showInvalid(true); });
+}
+
+QDate DatePicker::parseTyped(const QString& text) {
+    static const QRegularExpression separated(u"^(\\d{1,2})[/.-](\\d{1,2})[/.-](\\d{2}|\\d{4})$"_s);
+    static const QRegularExpression digitsOnly(u"^(\\d{2})(\\d{2})(\\d{2}|\\d{4})$"_s);
+    QRegularExpressionMatch match = separated.match(text.trimmed());
+    if (!match.hasMatch()) match = digitsOnly.match(text.trimmed());
+    if (!match.hasMatch()) return {};
+    int year = match.captured(3).toInt();
+    if (match.captured(3).size() == 2) year += year < 30 ? 2000 : 1900;
+    return QDate(year, match.captured(2).toInt(), match.captured(1).toInt());
+}
+
+// While a whole date is typed the text is the user's alone: the base would
+// correct it part by part.
+QValidator::State DatePicker::validate(QString& input, int& pos) const {
+    if (typing_) return QValidator::Intermediate;
+    return QDateEdit::validate(input, pos);
+}
+
+void DatePicker::keyPressEvent(QKeyEvent* event) {
+    const QString text = event->text();
+    if (isDateCharacter(text) && !(event->modifiers() & Qt::ControlModifier) &&
+        (typing_ ||
+         (lineEdit()->hasSelectedText() && lineEdit()->selectedText() == lineEdit()->text()))) {
+        if (!typing_) dateBeforeTyping_ = date();
+        typing_ = true;
+        showInvalid(false);
+        typed_ += text;
+        lineEdit()->setText(typed_);
+        return;
+    }
+    if (typing_) {
+        switch (event->key()) {
+            case Qt::Key_Backspace:
+                typed_.chop(1);
+                lineEdit()->setText(typed_);
+                return;
+            case Qt::Key_Escape:
+                typed_.clear();
+                typing_ = false;
+                lineEdit()->setText(textFromDateTime(dateBeforeTyping_.startOfDay()));
+                return;
+            case Qt::Key_Return:
+            case Qt::Key_Enter:
+                commitTyped();
+                break;
+            default:
+                break;
+        }
+    } else if (!text.isEmpty() && text[0].isPrint()) {
+        showInvalid(false);
+    }
+    QDateEdit::keyPressEvent(event);
+}
+
+void DatePicker::focusOutEvent(QFocusEvent* event) {
+    if (typing_) commitTyped();
+    QDateEdit::focusOutEvent(event);
+}
+
+void DatePicker::commitTyped() {
+    const QDate typedDate = parseTyped(typed_);
+    typing_ = false;
+    typed_.clear();
+    const QDate kept = typedDate.isValid() ? typedDate : dateBeforeTyping_;
+    lineEdit()->setText(textFromDateTime(kept.startOfDay()));
+    setDate(kept);
+    showInvalid(!typedDate.isValid());
+}
+
+void DatePicker::showInvalid(bool invalid) {
+    if (invalid == invalidShown_) return;
+    invalidShown_ = invalid;
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base,
+                     invalid ? QColor(255, 205, 205) : QPalette().color(QPalette::Base));
+    lineEdit()->setPalette(colours);
+    setToolTip(invalid ? u"Data non valida: resta la data di prima."_s : QString());
 }
 
 CheckList::CheckList(QWidget* parent) : QListWidget(parent) {
@@ -69,6 +161,12 @@ QTreeWidgetItem* KeyedTree::addNode(const QString& parentKey, const QString& key
         0, style()->standardIcon(image == RootImage ? QStyle::SP_DirIcon : QStyle::SP_FileIcon));
     tickingFromCode_ = wasTicking;
     nodes_.insert(key, item);
+    // The tree is never narrower than its top nodes ("Tutti i Locali"…).
+    if (!parentNode) {
+        setMinimumWidth(
+            std::max(minimumWidth(), sizeHintForColumn(0) + 2 * frameWidth() +
+                                         style()->pixelMetric(QStyle::PM_ScrollBarExtent)));
+    }
     return item;
 }
 

@@ -12,9 +12,36 @@
 namespace lorvane::screens {
 
 // A date picker with a calendar drop-down that shows its date the Italian way.
+// Besides editing a part of the date, the user may select all and type a
+// whole date as office staff do: "01/01/2025", "1/1/25", "01012025" (also
+// with "-" or "."); it is taken on Enter or when the focus leaves. A date
+// that does not exist (31 February) is refused: the picker keeps its date
+// and shows itself invalid until the next edit.
 class DatePicker : public QDateEdit {
   public:
     explicit DatePicker(QWidget* parent = nullptr);
+
+    // The date a whole typed text stands for; invalid when it is none. Years
+    // of two digits are 2000-2029 up to 29, 1930-1999 from 30.
+    static QDate parseTyped(const QString& text);
+
+    // True while the picker shows that it refused what was typed.
+    bool showsInvalidDate() const { return invalidShown_; }
+
+    QValidator::State validate(QString& input, int& pos) const override;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    void commitTyped();
+    void showInvalid(bool invalid);
+
+    QString typed_;  // the whole date being typed; empty when none
+    bool typing_ = false;
+    QDate dateBeforeTyping_;
+    bool invalidShown_ = false;
 };
 
 // A list whose rows each carry a check box.

@@ -1,6 +1,7 @@
 #include "screens/filter_screen.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -87,15 +88,28 @@ FilterScreen::FilterScreen(ScreenProfile profile) : profile_(std::move(profile))
 
 entry::HostApplication& FilterScreen::host() const { return impostato(entry::moduleValues().host); }
 
+// The legacy runtime kept a form alive while its code ran, whatever closed
+// it: a click routine counts itself running, and the last one to return
+// deletes a screen closed meanwhile.
 void FilterScreen::onClick(QPushButton* button, std::function<void()> handler) {
     if (!button) return;
-    connect(button, &QPushButton::clicked, this, [handler = std::move(handler)] {
+    connect(button, &QPushButton::clicked, this, [this, handler = std::move(handler)] {
+        ++runningClicks_;
         try {
             handler();
         } catch (const RuntimeError& error) {
             platform::MsgBox(error.message(), platform::MsgBoxStyle::Critical);
         }
+        if (--runningClicks_ == 0 && deleteWhenIdle_) deleteLater();
     });
+}
+
+void FilterScreen::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    if (event->isAccepted() && runningClicks_ > 0 && testAttribute(Qt::WA_DeleteOnClose)) {
+        setAttribute(Qt::WA_DeleteOnClose, false);
+        deleteWhenIdle_ = true;
+    }
 }
 
 void FilterScreen::wireControls() {

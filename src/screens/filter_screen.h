@@ -65,6 +65,9 @@ class FilterScreen : public QWidget {
     void SalvaCausali();
     // The frame's controls as they stand now.
     FrameCriteria criteri() const;
+    // The template `percorso` copied into the work folder and opened, with
+    // the work folder spelt as this screen spells it.
+    void ApriTemporaneo(const QString& percorso);
 
   protected:
     // The outputs, for the checks that differ between them.
@@ -132,6 +135,9 @@ class FilterScreen : public QWidget {
     QTimer* Timer1 = nullptr;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // A screen closed while one of its click routines runs (they let window
+    // events through) is only hidden: it is deleted when the routine returns.
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     // Building the window (filter_screen_layout.cpp).
@@ -166,6 +172,9 @@ class FilterScreen : public QWidget {
 
     ScreenProfile profile_;
     int mousePointer_ = MousePointer::Default;
+    // Click routines running now (one may run inside another's events).
+    int runningClicks_ = 0;
+    bool deleteWhenIdle_ = false;
     entry::LiveObject live_;
 };
 

@@ -26,6 +26,15 @@ void showNoData() {
                      u"Lorvane"_s);
 }
 
+// Without a program for the type, the desktop shows nothing: the user is told
+// where the file is.
+void showWrittenButNotOpened(const QString& path) {
+    platform::MsgBox(
+        u"Il file è stato scritto in:\n%1\n\nSu questo computer non c'è un programma "
+        u"che lo apra."_s.arg(path),
+        platform::MsgBoxStyle::Information, u"Lorvane"_s);
+}
+
 using ExportRoutine = void (*)(engine::Report&, const QString&, const QString&);
 
 ExportRoutine exportRoutineOf(const output::ExportKind& kind) {
@@ -42,11 +51,15 @@ bool FilterScreen::ControlloProprio(Output) {
     return !profile_.controllaCausali || ControllaCausali();
 }
 
+void FilterScreen::ApriTemporaneo(const QString& percorso) {
+    workdb::ApriTemporaneo(percorso, profile_.workFolderCopy, profile_.workFolderConnection);
+}
+
 // The template of the layout chosen, copied and opened; the work tables the
 // profile names emptied; the report's data; the causali of the run kept for
 // the next one, whatever the count.
 qint16 FilterScreen::PreparaStampa() {
-    workdb::ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
+    ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
     for (const char* table : profile_.emptiedBeforeRun)
         workdb::ConnessioneTemporanea().Execute(u"DELETE * FROM "_s + QLatin1String(table));
     const qint16 rows = PreparaDati();
@@ -107,8 +120,9 @@ void FilterScreen::CmdEsporta_Click(Output output, const output::ExportKind& kin
                 output::NomeFileEsportazione(percorso, kind, entry::moduleValues().codiceStampa);
             exportRoutineOf(kind)(*report, nomeFile, output::ListaAttiva(List1, List2, Pers));
         }
-        platform::ShellOpen(platform::toLocalPath(nomeFile));
+        const QString written = platform::toLocalPath(nomeFile);
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
+        if (!platform::ShellOpen(written)) showWrittenButNotOpened(written);
     } catch (const RuntimeError& error) {
         if (profile_.hourglass) setMousePointer(MousePointer::Default);
         platform::MsgBox(error.message());

@@ -141,6 +141,12 @@ struct ScreenProfile {
     bool hourglass = true;
     bool countTest = true;
     bool pointerBackOnError = false;
+
+    // The work folder as the screen spells it where it copies the template
+    // and in its connection text; the case of the drive letter differs
+    // between screens and reaches the connection text.
+    QString workFolderCopy = QStringLiteral("c:\\temp1\\");
+    QString workFolderConnection = QStringLiteral("c:\\temp1\\");
 };
 
 // The four lists that nearly every screen opens.

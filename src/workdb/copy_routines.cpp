@@ -24,6 +24,9 @@ db::RecordsetPtr ApriTabellaTemporanea(const QString& comando) {
 
 namespace {
 
+// Passes in a row on which the source failed to move before the copy gives up.
+constexpr int MaxPassesInPlace = 2;
+
 db::Field& fieldOf(db::Recordset& recordset, const db::Variant& campo) {
     if (campo.isNumber()) return recordset.Fields(int(campo.toLong()));
     return recordset.Fields(campo.text());
@@ -64,22 +67,34 @@ void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& 
             barra->setValue(0);
         }
         const bool checkKey = db::sameText(controllo, db::Variant(1));
-        bool atEnd = false;
-        while (showErrorAndGoOn([&] { atEnd = origine.Eof(); }) && !atEnd) {
+        // Each statement of the loop stands alone under the handler, which goes
+        // on with the next one: a loop test or a count test that fails goes on
+        // into the body (the statement after it), and a filter that fails leaves
+        // the one in force, against which the count is tested.
+        int passesInPlace = 0;
+        for (;;) {
+            bool atEnd = false;
+            showErrorAndGoOn([&] { atEnd = origine.Eof(); });
+            if (atEnd) break;
             if (checkKey) {
-                bool present = false;
                 showErrorAndGoOn([&] {
                     destinazione.SetFilter(chiave.text() + u'=' +
                                            origine.Fields(chiave.text()).Value().text());
-                    present = destinazione.RecordCount() != 0;
                 });
-                if (!present) addRow(names, origine, destinazione);
+                bool absent = true;
+                showErrorAndGoOn([&] { absent = destinazione.RecordCount() == 0; });
+                if (absent) addRow(names, origine, destinazione);
             } else {
                 addRow(names, origine, destinazione);
             }
-            if (!showErrorAndGoOn([&] { origine.MoveNext(); })) break;
+            const bool moved = showErrorAndGoOn([&] { origine.MoveNext(); });
             if (barra) barra->setValue(barra->value() + 1);
             platform::letEventsThrough();
+            // Guard: a source that can no longer move (closed while events ran)
+            // would keep this order going for ever, a message on every pass.
+            // One pass in place is let go, as the events may set it right.
+            passesInPlace = moved ? 0 : passesInPlace + 1;
+            if (passesInPlace >= MaxPassesInPlace) break;
         }
         if (barra) {
             barra->setMaximum(oldMaximum);

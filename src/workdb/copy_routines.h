@@ -23,9 +23,12 @@ db::RecordsetPtr ApriTabellaTemporanea(const QString& comando);
 // never receives Null (it gets 0). With `controllo` 1 (compared as text) a row
 // whose `chiave` value is already in the destination is skipped, looked up with
 // the destination's Filter, which stays on the last key. Each failed statement
-// shows its text and the copy goes on, so a row is written without a column
-// that failed. `barra` (may be null) counts the rows and is put back as it was.
-// Pending window events run after each row.
+// shows its text and the copy goes on with the next: a row is written without
+// a column that failed, a key filter that fails leaves the last one in force
+// (so the row is tested against it), and a failed move or end test does not
+// end the copy; a source that fails to move on two passes in a row does.
+// `barra` (may be null) counts the rows and is put back as it was. Pending
+// window events run after each row.
 void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& origine,
                     db::Recordset& destinazione, const db::Variant& controllo,
                     const db::Variant& chiave = db::Variant());

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/layout.h"
 #include "engine/renderer.h"
 #include "engine_fixture.h"
 
@@ -60,6 +61,59 @@ TEST(Grid, EveryPageKeepsPageBandsAndBreaks) {
     EXPECT_EQ(std::count_if(grid.rows.begin(), grid.rows.end(),
                             [](const GridRow& row) { return row.pageBreakBefore; }),
               1);
+}
+
+// A band of a report as the layouts place it by hand, lengths in mm: each
+// item's left edge, width and alignment.
+struct Placement {
+    double xMm, wMm;
+    const char* text;
+    Align align = Align::Left;
+};
+
+PlacedBand bandOf(BandKind kind, double topPt, std::initializer_list<Placement> items) {
+    PlacedBand band{kind, topPt, 12, {}};
+    for (const Placement& placement : items) {
+        TextItem item = textAt(placement.xMm * PointsPerMm, topPt, placement.wMm * PointsPerMm,
+                               QString::fromUtf8(placement.text));
+        item.align = placement.align;
+        band.items.push_back(item);
+    }
+    return band;
+}
+
+// The columns are the detail's: a heading, a group's label and value, a town
+// that starts inside a column of figures, a total's code a few mm off its
+// column, page furniture centred or set to the right all land in them.
+TEST(Grid, OtherBandsLandInTheDetailsColumns) {
+    constexpr Align R = Align::Right;
+    PageDocument document;
+    document.pages.push_back({QSizeF(842, 595),
+                              {bandOf(BandKind::PageHeader, 0,
+                                      {{0, 22, "Data"}, {22, 25, "Esattore"},
+                                       {49, 32, "Introdotto", R}, {81, 32, "PREU", R}}),
+                               bandOf(BandKind::GroupHeader, 12,
+                                      {{1, 20, "L0005"}, {22, 90, "Bar Jolly"},
+                                       {82, 80, "Busto Arsizio"}}),
+                               bandOf(BandKind::Detail, 24,
+                                      {{0, 22, "02/01/2025"}, {22, 25, "ES02"},
+                                       {49, 32, "3.442,00", R}, {81, 32, "447,46", R}}),
+                               bandOf(BandKind::GroupFooter, 36,
+                                      {{0, 25, "Totale locale"}, {25, 22, "L0005"},
+                                       {49, 32, "3.442,00", R}, {81, 32, "447,46", R}}),
+                               bandOf(BandKind::PageFooter, 48,
+                                      {{0, 40, "admin"}, {40, 40, "31/03/2025", Align::Center},
+                                       {70, 43, "Pagina 1 di 1", R}})}});
+    const Grid grid = buildGrid(document, false);
+    ASSERT_EQ(grid.columnWidthsPt.size(), 4u);
+    QStringList rows(int(grid.rows.size()));
+    for (const GridCell& cell : grid.cells)
+        rows[cell.row] += u"%1:%2|"_s.arg(cell.column).arg(cell.text);
+    EXPECT_EQ(rows, (QStringList{u"0:Data|1:Esattore|2:Introdotto|3:PREU|"_s,
+                                 u"0:L0005|1:Bar Jolly Busto Arsizio|"_s,
+                                 u"0:02/01/2025|1:ES02|2:3.442,00|3:447,46|"_s,
+                                 u"0:Totale locale|1:L0005|2:3.442,00|3:447,46|"_s,
+                                 u"0:admin|1:31/03/2025|3:Pagina 1 di 1|"_s}));
 }
 
 class GridOfAReport : public testing::EngineFixture {};

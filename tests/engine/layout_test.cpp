@@ -51,6 +51,20 @@ TEST_F(LayoutTest, FaultsAreNamedWithTheFile) {
          "field"},
         {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"}, "detail": {"height": 400}})",
          "non entra"},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"},
+             "groups": [{"field": "g", "footer": {"height": 5, "items": [{"type": "text"},
+               {"type": "expr", "expr": "100 * Sum(a) / Sum(b"}]}}]})",
+         "sezione \"groups[1].footer\", elemento 2, espressione \"100 * Sum(a) / Sum(b\", "
+         "carattere 21: manca \")\""},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"},
+             "detail": {"height": 5, "items": [{"type": "expr", "expr": "----------------------------------------1"}]}})",
+         "sezione \"detail\", elemento 1, espressione"},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"},
+             "detail": {"height": 5, "items": [{"type": "expr"}]}})",
+         "senza \"expr\""},
+        {R"({"lorvaneLayout": 1, "data": {"workFile": "a.mdb", "query": "q"},
+             "detail": {"height": 5, "items": [{"type": "sum", "field": "a", "scope": "page"}]}})",
+         "ambito \"page\""},
     };
     for (const auto& [text, message] : cases) {
         prepare(1, QByteArray(text));

@@ -110,15 +110,58 @@ TEST_F(RendererTest, LabelsFlowAcrossThePage) {
 }
 
 TEST_F(RendererTest, AFieldTheQueryDoesNotReadIsNamed) {
-    QByteArray layout(testing::trialBalanceLayout);
-    layout.replace("\"field\": \"Descrizione\"", "\"field\": \"Nessuno\"");
-    prepare(3, layout);
-    try {
-        render(loadLayout(layoutPath()), RenderInfo{});
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_TRUE(error.message().contains(u"Nessuno"_s)) << error.what();
+    for (const char* item : {R"("type": "field", "field": "Nessuno")",
+                             R"("type": "expr", "expr": "Sum(dare) / [Nessuno]")"}) {
+        QByteArray layout(testing::trialBalanceLayout);
+        layout.replace(R"("type": "field", "field": "Descrizione")", item);
+        prepare(3, layout);
+        try {
+            render(loadLayout(layoutPath()), RenderInfo{});
+            ADD_FAILURE() << item;
+        } catch (const RuntimeError& error) {
+            EXPECT_TRUE(error.message().contains(u"'Nessuno'"_s)) << error.what();
+        }
     }
+}
+
+// Computed items: a detail line's own figures, the totals of the scope
+// wherever the item stands (a group header shows its group's), the page's
+// rows, and a division by zero shown empty.
+TEST_F(RendererTest, ComputedItemsShowTheirScopesTotals) {
+    QByteArray layout(testing::trialBalanceLayout);
+    const auto expr = [](const char* text, const char* extra = "") {
+        return QByteArray(R"({"type": "expr", "expr": ")") + text +
+               R"(", "format": "#.##0,00", "x": 0, "y": 0, "w": 30, "h": 6)" + extra + "}";
+    };
+    layout.replace(
+        R"({"type": "text", "text": "Mastro", "x": 0, "y": 0, "w": 20, "h": 6, "font": {"bold": true}})",
+        expr("Sum(dare)"));
+    layout.replace(R"({"type": "count", "x": 0, "y": 0, "w": 30, "h": 6, "format": "0"})",
+                   expr("Sum(dare) / Count()") + ", " + expr("Sum(dare) - Sum([avere])"));
+    layout.replace(R"({"type": "field", "field": "Descrizione", "x": 30, "y": 0, "w": 80, "h": 6})",
+                   expr("-(dare - avere)"));
+    layout.replace(
+        R"({"type": "text", "text": "Totale generale", "x": 0, "y": 0, "w": 60, "h": 6, "font": {"bold": true}})",
+        expr("Sum(dare) / Count()") + ", " + expr("avere / 0") + ", " +
+            expr("Sum(dare) / Count()", R"(, "scope": "report")"));
+    layout.replace(R"({"type": "special", "value": "pageOfPages")",
+                   expr("Count()", R"(, "scope": "page")") +
+                       R"(, {"type": "special", "value": "pageOfPages")");
+    prepare(6, layout);
+    const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+    ASSERT_EQ(document.pages.size(), 1u);
+    const Page& page = document.pages[0];
+    EXPECT_EQ(textsOf(page, BandKind::GroupHeader),
+              (QStringList{u"600,75|03"_s, u"1.500,75|05"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::Detail).first(), u"03.001|-99,25|100,25|1,00"_s);
+    EXPECT_EQ(textsOf(page, BandKind::GroupFooter),
+              (QStringList{u"200,25|594,75|600,75|6,00"_s, u"500,25|1.485,75|1.500,75|15,00"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::ReportFooter),
+              QStringList{u"350,25||350,25|2.101,50|21,00"_s});
+    EXPECT_EQ(textsOf(page, BandKind::PageFooter), QStringList{u"6,00|Pagina 1 di 1"_s});
+    // Figures stay numbers for the exports.
+    const auto& footer = page.bands.back();
+    EXPECT_EQ(std::get<TextItem>(footer.items[0]).value.toDouble(), 6.0);
 }
 
 TEST_F(RendererTest, AMissingWorkFileIsNamed) {

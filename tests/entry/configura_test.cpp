@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QPushButton>
 #include <QWidget>
 #include <typeinfo>
 
@@ -101,6 +103,22 @@ TEST_F(ConfiguraTest, UnknownOrEmptyCodesOpenNothing) {
     }
     EXPECT_TRUE(openScreens().empty());
     EXPECT_EQ(modalWindows, 0);
+}
+
+// The machine speaks English (the tests run with LANG=C); Qt's own dialogs
+// and buttons speak Italian once a screen is started.
+TEST_F(ConfiguraTest, StartGivesQtsOwnTextsInItalian) {
+    configura.SetCodiceStampa(u"StampaCassaX"_s);
+    configura.Start();
+    QDialogButtonBox box(QDialogButtonBox::Cancel | QDialogButtonBox::Yes);
+    EXPECT_EQ(box.button(QDialogButtonBox::Cancel)->text().remove(u'&'), u"Annulla"_s);
+    EXPECT_EQ(box.button(QDialogButtonBox::Yes)->text().remove(u'&'), u"Sì"_s);
+    for (const auto& [context, english, italian] : {std::tuple{"QPrintDialog", "Print", "Stampa"},
+                                                    {"QFileDialog", "Save As", "Salva come"},
+                                                    {"QWidgetTextControl", "&Copy", "&Copia"}}) {
+        EXPECT_EQ(QCoreApplication::translate(context, english), QString::fromUtf8(italian))
+            << context;
+    }
 }
 
 TEST_F(ConfiguraTest, ModalOnlyWhenModaleIsOne) {

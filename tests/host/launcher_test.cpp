@@ -4,16 +4,24 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QDeadlineTimer>
 #include <QFile>
+#include <QLabel>
 #include <QPushButton>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
 
 #include "db/database_fixture.h"
 #include "entry/configura_interface.h"
+#include "host/progress_window.h"
 #include "platform/component_registry.h"
 #include "platform/message_box.h"
+#include "platform/runtime_error.h"
 
 namespace lorvane::host {
 namespace {
@@ -114,6 +122,40 @@ TEST_F(LauncherTest, TheCloseButtonRaisesTheHostsRequest) {
     EXPECT_FALSE(host->ChiudiFinestre());
     window->findChild<QPushButton*>(u"ChiudiFinestre"_s)->click();
     EXPECT_TRUE(host->ChiudiFinestre());
+}
+
+// The work waits (at most a few seconds) until the window has been seen on
+// screen from the user interface thread; a failure of the work comes back.
+TEST(ProgressWindow, ShowsWhileTheWorkRunsAndPassesItsFailureOn) {
+    for (const bool fails : {false, true}) {
+        std::atomic<bool> seen{false};
+        QString shownText;
+        QTimer probe;
+        QObject::connect(&probe, &QTimer::timeout, [&] {
+            for (QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->objectName() == u"Preparazione"_s && window->isVisible()) {
+                    shownText = window->findChild<QLabel*>()->text();
+                    seen = true;
+                }
+            }
+        });
+        probe.start(0);
+        const auto work = [&] {
+            QDeadlineTimer deadline(5000);
+            while (!seen && !deadline.hasExpired())
+                QThread::msleep(5);
+            if (fails) throw RuntimeError(u"Disco pieno."_s);
+        };
+        if (fails) {
+            EXPECT_THROW(runWithProgress(u"Lorvane"_s, u"Preparazione…"_s, work), RuntimeError);
+        } else {
+            runWithProgress(u"Lorvane"_s, u"Preparazione…"_s, work);
+        }
+        EXPECT_TRUE(seen);
+        EXPECT_EQ(shownText, u"Preparazione…"_s);
+        for (QWidget* window : QApplication::topLevelWidgets())
+            EXPECT_FALSE(window->objectName() == u"Preparazione"_s && window->isVisible());
+    }
 }
 
 }  // namespace

@@ -92,7 +92,10 @@ TEST_F(ExportTest, EachRoutineWritesItsFormatWithTitleAndAuthor) {
 
 TEST_F(ExportTest, TheShellOpensTheFileThroughTheReplaceableOpener) {
     QStringList opened;
-    platform::setShellOpener([&](const QString& path) { opened << path; });
+    platform::setShellOpener([&](const QString& path) {
+        opened << path;
+        return true;
+    });
     platform::ShellOpen(u"/tmp/StampaCassa1.pdf"_s);
     platform::setShellOpener(nullptr);
     EXPECT_EQ(opened, QStringList{u"/tmp/StampaCassa1.pdf"_s});

@@ -1,12 +1,14 @@
 // The frame on real screens: what each screen opens with and resets to, the
 // causali and their saved ticks, the keys, "Tutti i locali", the order of a
 // run up to the preview, and the host's request to close.
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTabWidget>
+#include <QTest>
 #include <QTimer>
 
 #include "db/connection.h"
@@ -151,6 +153,37 @@ TEST_P(SavedCausali, TickTheRowsTheyName) {
     }
     screens::FilterScreen* screen = open(QLatin1String(row.code));
     EXPECT_EQ(tickedRows(screen).join(u','), QLatin1String(row.ticked));
+}
+
+// The cash screen, which has no layout in the demo catalogue, is given the
+// trial balance's; its preparation is still to come, so the run stops after
+// the work file is opened.
+TEST_F(ScreenTest, EachScreenSpellsTheWorkFolderOfItsConnectionAsItsOwn) {
+    const QString catalogue = work.filePath(u"Stampe-copia.db"_s);
+    ASSERT_TRUE(QFile::copy(folder() + u"/Stampe.db"_s, catalogue));
+    db::Connection connection;
+    connection.Open(u"Dbq="_s + catalogue);
+    connection.Execute(
+        u"INSERT INTO stampe (id, codiceStampa, Descrizione, NomeReport, nomeTemporaneo, Ordine) "
+        u"VALUES (90, 'StampaCassa', 'Cassa', 'Report\\Bilancio.lrl', 'Report\\Bilancio.mdb', 1)"_s);
+    connection.Close();
+    useMainDatabase(folder() + u"/Lorvane.db"_s, catalogue);
+
+    const struct {
+        const char* code;
+        const char* connection;
+    } rows[] = {
+        {"StampaCassa", "Dbq=C:\\temp1\\Bilancio.mdb;"},
+        {"StampaIntrodotto", "Dbq=c:\\temp1\\Introdotto.mdb;"},
+    };
+    for (const auto& row : rows) {
+        screens::FilterScreen* screen = open(QLatin1String(row.code));
+        control<QListWidget>(screen, "List1")->setCurrentRow(0);
+        control<QPushButton>(screen, "CmdStampa")->click();
+        EXPECT_TRUE(workdb::ConnessioneTemporanea().ConnectionString().contains(
+            QLatin1String(row.connection)))
+            << row.code << ": " << workdb::ConnessioneTemporanea().ConnectionString().toStdString();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -317,6 +350,20 @@ TEST_F(ScreenTest, ACountShowsThePreviewWithoutGroupTree) {
     EXPECT_EQ(modalWindows, QStringList{u"FrmAnteprima"_s});
     EXPECT_FALSE(groupTree);
     EXPECT_EQ(screen.mousePointer(), screens::MousePointer::Default);
+}
+
+// The tree opens wide enough for its root, on the label screens too.
+TEST_F(ScreenTest, TheTreeShowsItsRootWhole) {
+    for (const QString& code : {u"StampaEtichette"_s, u"StampaEtichetteMob"_s, u"Quietanza"_s}) {
+        screens::FilterScreen* screen = open(code);
+        screen->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(screen));
+        auto* tree = control<screens::KeyedTree>(screen, "Tree");
+        QApplication::processEvents();
+        const QAbstractItemView* view = tree;
+        EXPECT_GE(tree->viewport()->width(), view->sizeHintForColumn(0)) << code.toStdString();
+        screen->close();
+    }
 }
 
 TEST_F(ScreenTest, TheHostsRequestClosesScreenAndPreview) {

@@ -3,7 +3,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFileInfo>
 #include <QListWidget>
+#include <QPointer>
+#include <QTest>
 
 #include "db/connection.h"
 #include "db/database_fixture.h"
@@ -71,13 +74,16 @@ class Introdotto : public testing::ScreenTest {
     // The takings of the whole demo period, with "Tutti i locali", exported.
     void run(const QString& mainDatabase = QString()) {
         if (!mainDatabase.isEmpty()) useMainDatabase(mainDatabase);
-        screen = open(u"StampaIntrodotto"_s);
+        open();
+        control<QPushButton>(screen, "CmdPdf")->click();
+    }
+    void open() {
+        screen = ScreenTest::open(u"StampaIntrodotto"_s);
         control<QDateEdit>(screen, "txtDallaData")->setDate(QDate(2025, 1, 1));
         control<QDateEdit>(screen, "txtAllaData")->setDate(QDate(2025, 3, 31));
         control<QListWidget>(screen, "List1")->setCurrentRow(0);
         if (before) before();
         takeCalls();
-        control<QPushButton>(screen, "CmdPdf")->click();
     }
     QString workQuery(const char* sql) const {
         return DatabaseFile::queryFile(work.filePath(u"Introdotto.mdb"_s), sql);
@@ -121,6 +127,18 @@ TEST_F(Introdotto, CopiesTheNotesOfThePeriodAndCountsThem) {
     EXPECT_EQ(host->settings.value(u"StampaIntrodotto/Causali"_s), u"'INC6'"_s);
 }
 
+// With no program for the type, the desktop would show nothing at all.
+TEST_F(Introdotto, AFileNoProgramOpensIsShownWhereItWasWritten) {
+    desktopOpensFiles = false;
+    run();
+    ASSERT_EQ(openedFiles.size(), 1);
+    EXPECT_TRUE(QFileInfo::exists(openedFiles[0]));
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].startsWith(u"Lorvane|64|Il file è stato scritto in:\n"_s +
+                                       openedFiles[0] + u'\n'))
+        << messages[0].toStdString();
+}
+
 TEST_F(Introdotto, Descr3IsTheConcessionaireOfTheFirstPageOnly) {
     QString chosen;
     before = [&] { control<QComboBox>(screen, "cmbConcessionario")->setCurrentIndex(0); };
@@ -156,8 +174,7 @@ TEST_F(Introdotto, MoreThan32767NotesAreRefusedAsEmpty) {
     const QString before = DatabaseFile::queryFile(copy, "SELECT MAX(id) FROM NoteTeste");
     const QString copies[] = {
         u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32800) "
-        u"INSERT INTO NoteTeste (%1) SELECT %1 FROM NoteTeste, n WHERE id = %2"_s.arg(heads,
-                                                                                  first),
+        u"INSERT INTO NoteTeste (%1) SELECT %1 FROM NoteTeste, n WHERE id = %2"_s.arg(heads, first),
         u"INSERT INTO NoteIncassi (IdTesta, %1) SELECT nt.id, %2 FROM NoteTeste nt, NoteIncassi "
         u"ni WHERE nt.id > %3 AND ni.id = (SELECT MIN(id) FROM NoteIncassi WHERE IdTesta = %4)"_s
             .arg(readings, u"ni."_s + readings.split(u',').join(u", ni."_s), before, first)};
@@ -194,6 +211,75 @@ INSTANTIATE_TEST_SUITE_P(Introdotto, BoardBatches,
                          [](const ::testing::TestParamInfo<BoardsRow>& info) {
                              return std::to_string(info.param.boards) + "Boards";
                          });
+
+enum class Closer { CloseButton, HostRequest };
+
+struct CloseRow {
+    const char* name;
+    const char* button;
+    Closer closer;
+    bool whilePreviewShown;  // else while the rows are copied
+    int previews;
+    int files;
+};
+
+class ClosedDuringTheRun : public Introdotto, public ::testing::WithParamInterface<CloseRow> {
+  protected:
+    // Asks for the close as the event loop would deliver it: queued.
+    void askToClose() {
+        if (GetParam().closer == Closer::CloseButton) {
+            QMetaObject::invokeMethod(control<QPushButton>(screen, "CmdChiudi"), "click",
+                                      Qt::QueuedConnection);
+        } else {
+            host->chiudiFinestre = true;
+            QMetaObject::invokeMethod(screen, "Timer1_Timer", Qt::QueuedConnection);
+        }
+    }
+};
+
+// A close arriving while the click routine lets events through hides the
+// screen; the routine ends as it would have, and only then is the screen
+// deleted.
+TEST_P(ClosedDuringTheRun, TheScreenOutlivesItsClickRoutine) {
+    const CloseRow& row = GetParam();
+    open();
+    screen->show();
+    QPointer<screens::FilterScreen> alive(screen);
+    bool asked = false;
+    bool deletedInTheRun = false;
+    const auto closeAndLetEventsThrough = [&] {
+        if (!std::exchange(asked, true)) askToClose();
+        for (int pass = 0; pass < 2; ++pass) {
+            QCoreApplication::processEvents();
+            deletedInTheRun = deletedInTheRun || alive.isNull();
+        }
+    };
+    if (row.whilePreviewShown) {
+        onModal = [&](QWidget*) { closeAndLetEventsThrough(); };
+    } else {
+        platform::setEventPump(closeAndLetEventsThrough);
+    }
+    QTest::mouseClick(control<QPushButton>(screen, row.button), Qt::LeftButton);
+    ASSERT_FALSE(deletedInTheRun);
+    EXPECT_TRUE(asked);
+    EXPECT_FALSE(alive->isVisible());
+    EXPECT_EQ(modalWindows.size(), row.previews);
+    EXPECT_EQ(openedFiles.size(), row.files);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join(u'\n').toStdString();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(alive.isNull());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Introdotto, ClosedDuringTheRun,
+    ::testing::Values(
+        CloseRow{"ChiudiDuringThePreviewsCopy", "CmdStampa", Closer::CloseButton, false, 1, 0},
+        CloseRow{"ChiudiDuringTheExportsCopy", "CmdPdf", Closer::CloseButton, false, 0, 1},
+        CloseRow{"HostRequestDuringTheExportsCopy", "CmdExportExcel", Closer::HostRequest, false, 0,
+                 1},
+        CloseRow{"HostRequestWhileThePreviewIsShown", "CmdStampa", Closer::HostRequest, true, 1,
+                 0}),
+    [](const ::testing::TestParamInfo<CloseRow>& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace lorvane

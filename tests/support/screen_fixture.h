@@ -43,6 +43,8 @@ class ScreenTest : public ::testing::Test {
     // Acts on a modal window before it is closed.
     std::function<void(QWidget*)> onModal;
     QStringList openedFiles;
+    // Whether the desktop has a program for the files exported.
+    bool desktopOpensFiles = true;
     std::shared_ptr<RecordingHost> host;
 
     static void SetUpTestSuite() {
@@ -73,7 +75,10 @@ class ScreenTest : public ::testing::Test {
             if (onModal) onModal(window);
             window->close();
         });
-        platform::setShellOpener([this](const QString& path) { openedFiles << path; });
+        platform::setShellOpener([this](const QString& path) {
+            openedFiles << path;
+            return desktopOpensFiles;
+        });
         useMainDatabase(folder() + QStringLiteral("/Lorvane.db"));
     }
 
@@ -86,14 +91,17 @@ class ScreenTest : public ::testing::Test {
         platform::setMessageHandler(nullptr);
         platform::setModalHandler(nullptr);
         platform::setShellOpener(nullptr);
+        platform::setEventPump(nullptr);
         qunsetenv("LORVANE_TEMP1");
     }
 
-    // A host over `mainDatabase` and the installation's catalogues.
-    void useMainDatabase(const QString& mainDatabase) {
+    // A host over `mainDatabase`, the installation's personalised catalogue
+    // and its standard one, or the file `catalogue` in its place.
+    void useMainDatabase(const QString& mainDatabase, const QString& catalogue = {}) {
         host = std::make_shared<RecordingHost>(
             QStringLiteral("Dbq=") + mainDatabase,
-            QStringLiteral("Dbq=") + folder() + QStringLiteral("/Stampe.db"),
+            QStringLiteral("Dbq=") +
+                (catalogue.isEmpty() ? folder() + QStringLiteral("/Stampe.db") : catalogue),
             QStringLiteral("Dbq=") + folder() + QStringLiteral("/pers/StampePers.db"));
         host->percorso = folder() + u'/';
         host->preferencesDatabase =

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPdfWriter>
@@ -16,6 +17,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWheelEvent>
 
 #include "engine/engine_fixture.h"
 #include "engine/report_viewer.h"
@@ -211,21 +213,148 @@ TEST_F(ReportViewerTest, ZoomEntriesInPercentScaleByTheScreenResolution) {
     }
 }
 
-// Find looks after the current page, ignoring case, then from the start; a
-// text found nowhere leaves the page and says so.
-TEST_F(ReportViewerTest, FindGoesToTheNextPageHoldingTheText) {
-    QTest::keyClicks(child<QLineEdit>(viewer, u"SearchText"_s), u"MASTRO"_s);
-    click(u"Find"_s);
-    EXPECT_EQ(viewer.currentPage(), 4);
-    EXPECT_TRUE(viewer.find(u"mastro"_s));
-    EXPECT_EQ(viewer.currentPage(), 1);
+// Whether the canvas shows the highlight's yellow somewhere in `rect` (points).
+bool highlighted(ReportViewer& viewer, const QRectF& rect) {
+    const QImage canvas = viewer.findChild<QScrollArea*>(u"Pages"_s)->widget()->grab().toImage();
+    const QRectF onCanvas(rect.topLeft() * viewer.scale(), rect.size() * viewer.scale());
+    const QRect inside = onCanvas.translated(12, 12).toAlignedRect().adjusted(1, 1, -1, -1);
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        for (int x = inside.left(); x <= inside.right(); ++x) {
+            const QColor pixel = canvas.pixelColor(x, y);
+            if (pixel.red() > 200 && pixel.green() > 150 && pixel.blue() < 140) return true;
+        }
+    }
+    return false;
+}
 
+struct FindStep {
+    const char* how;  // "Trova", "F3", "Shift+F3", "Enter"
+    int page;         // the page shown after it
+    int match;        // the current place among all
+};
+
+struct FindRow {
+    const char* name;
+    int from;
+    const char* text;
+    std::vector<FindStep> steps;
+    int places;  // in the whole document
+};
+
+class FindSteps : public ReportViewerTest, public ::testing::WithParamInterface<FindRow> {};
+
+// "03" stands twice on page 1, once on page 2, twice on page 3 ("03.003");
+// "mastro" on pages 1 and 4. A new text starts on the page shown; the same
+// text steps on.
+TEST_P(FindSteps, StartOnThePageShownAndStepPlaceByPlace) {
+    const FindRow& row = GetParam();
+    showAt(900, 700);
+    viewer.goToPage(row.from);
+    auto* box = child<QLineEdit>(viewer, u"SearchText"_s);
+    box->setText(QString::fromUtf8(row.text));
+    for (const FindStep& step : row.steps) {
+        const QString how = QString::fromUtf8(step.how);
+        if (how == u"Trova"_s) {
+            click(u"Find"_s);
+        } else if (how == u"Enter"_s) {
+            QTest::keyClick(box, Qt::Key_Return);
+        } else {
+            QTest::keyClick(child<QScrollArea>(viewer, u"Pages"_s), Qt::Key_F3,
+                            how == u"F3"_s ? Qt::NoModifier : Qt::ShiftModifier);
+        }
+        EXPECT_EQ(viewer.currentPage(), step.page) << step.how;
+        EXPECT_EQ(viewer.currentMatch(), step.match) << step.how;
+        EXPECT_EQ(viewer.statusText(), u"\"%1\": %2 di %3, pagina %4"_s.arg(box->text())
+                                           .arg(step.match + 1)
+                                           .arg(row.places)
+                                           .arg(step.page));
+    }
+    ASSERT_EQ(int(viewer.matches().size()), row.places);
+    QApplication::processEvents();
+    // Places of other pages are not highlighted, unless one of this page's
+    // stands in the same spot.
+    for (const TextMatch& match : viewer.matches()) {
+        const bool shown = match.page == viewer.currentPage();
+        const bool sameSpot = std::any_of(
+            viewer.matches().begin(), viewer.matches().end(), [&](const TextMatch& other) {
+                return other.page == viewer.currentPage() && other.rect.intersects(match.rect);
+            });
+        if (shown || !sameSpot)
+            EXPECT_EQ(highlighted(viewer, match.rect), shown) << "page " << match.page;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Viewer, FindSteps,
+    ::testing::Values(
+        FindRow{"CurrentPageFirst", 1, "03", {{"Trova", 1, 0}, {"Trova", 1, 1}, {"F3", 2, 2}}, 5},
+        FindRow{"BackwardsAndRound",
+                2,
+                "03",
+                {{"Enter", 2, 2}, {"Shift+F3", 1, 1}, {"Shift+F3", 1, 0}, {"Shift+F3", 3, 4}},
+                5},
+        FindRow{"FromAPageAfterTheLastPlace", 5, "MASTRO", {{"F3", 1, 0}, {"F3", 4, 1}}, 2},
+        FindRow{"PreviousFromAPageWithout", 3, "mastro", {{"Shift+F3", 1, 0}}, 2}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ReportViewerTest, TextFoundNowhereLeavesThePageAndSaysSo) {
     viewer.goToPage(2);
     EXPECT_FALSE(viewer.find(u"Erario"_s));
     EXPECT_EQ(viewer.currentPage(), 2);
     EXPECT_EQ(viewer.statusText(), u"Testo \"Erario\" non trovato."_s);
-    EXPECT_TRUE(viewer.find(u"Banca"_s));
-    EXPECT_TRUE(viewer.statusText().isEmpty());
+    EXPECT_TRUE(viewer.matches().empty());
+}
+
+struct MoveRow {
+    const char* name;
+    int from;
+    Qt::Key key;  // Qt::Key_unknown: the wheel
+    int wheelAngle;
+    int expected;
+};
+
+class PageMoves : public ReportViewerTest, public ::testing::WithParamInterface<MoveRow> {};
+
+// The whole page shows, so there is nothing to scroll within it: each key or
+// notch of the wheel turns the page.
+TEST_P(PageMoves, KeysAndWheelMoveAcrossPages) {
+    const MoveRow& row = GetParam();
+    viewer.setDisplayGroupTree(false);
+    showAt(700, 700);
+    viewer.setZoom(ReportViewer::ZoomWholePage);
+    QApplication::processEvents();
+    viewer.goToPage(row.from);
+    auto* pages = child<QScrollArea>(viewer, u"Pages"_s);
+    if (row.key == Qt::Key_unknown) {
+        const QPointF centre = QRectF(pages->viewport()->rect()).center();
+        QWheelEvent wheel(centre, pages->viewport()->mapToGlobal(centre), QPoint(),
+                          QPoint(0, row.wheelAngle), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(pages->viewport(), &wheel);
+    } else {
+        QTest::keyClick(pages, row.key);
+    }
+    EXPECT_EQ(viewer.currentPage(), row.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Viewer, PageMoves,
+    ::testing::Values(MoveRow{"PageDown", 2, Qt::Key_PageDown, 0, 3},
+                      MoveRow{"PageUp", 2, Qt::Key_PageUp, 0, 1},
+                      MoveRow{"PageDownOnTheLast", 5, Qt::Key_PageDown, 0, 5},
+                      MoveRow{"Home", 4, Qt::Key_Home, 0, 1}, MoveRow{"End", 2, Qt::Key_End, 0, 5},
+                      MoveRow{"WheelDown", 3, Qt::Key_unknown, -120, 4},
+                      MoveRow{"WheelUp", 3, Qt::Key_unknown, 120, 2},
+                      MoveRow{"HalfANotchIsNotAPage", 3, Qt::Key_unknown, -60, 3}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ReportViewerTest, EscapeAsksToClose) {
+    int asked = 0;
+    QObject::connect(&viewer, &ReportViewer::closeRequested, [&] { ++asked; });
+    showAt(600, 500);
+    QTest::keyClick(child<QScrollArea>(viewer, u"Pages"_s), Qt::Key_Escape);
+    QTest::keyClick(child<QLineEdit>(viewer, u"SearchText"_s), Qt::Key_Escape);
+    EXPECT_EQ(asked, 2);
 }
 
 TEST_F(ReportViewerTest, GroupTreeFollowsTheOutlineAndGoesToAGroupsPage) {
@@ -517,6 +646,7 @@ TEST_F(FrmAnteprimaTest, Timer1UnloadsTheWindowOnlyWhenTheHostAsks) {
     QPointer<FrmAnteprima> window(&FrmAnteprima::instance());
     EXPECT_EQ(window->findChild<QTimer*>(u"Timer1"_s)->interval(), 3000);
     window->show();
+    host->calls.clear();
     tick(window->Timer1());
     flushDeletes();
     ASSERT_FALSE(window.isNull());
@@ -546,6 +676,72 @@ TEST_F(FrmAnteprimaTest, AnteprimaReportSetsTheAuthorAndShowsPageOne) {
     EXPECT_EQ(window.Report1()->currentPage(), 1);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(window.windowTitle(), u"Anteprima"_s);
+}
+
+// With nothing remembered the window shows a whole page on its screen, with
+// the search box at full size (never cut to "Te…").
+TEST_F(FrmAnteprimaTest, OpensShowingAWholePageAndEveryTool) {
+    FrmAnteprima& window = FrmAnteprima::instance();
+    window.Report1()->setDocument(engine::fivePages());
+    window.Report1()->setDisplayGroupTree(false);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QApplication::processEvents();
+    const QRect area = window.screen()->availableGeometry();
+    EXPECT_LE(window.width(), area.width());
+    EXPECT_LE(window.height(), area.height());
+    EXPECT_GT(window.height(), area.height() * 3 / 4);
+    auto* pages = window.findChild<QScrollArea*>(u"Pages"_s);
+    EXPECT_LE(pages->widget()->height(), pages->viewport()->height());
+    EXPECT_LE(pages->widget()->width(), pages->viewport()->width());
+    auto* search = window.findChild<QLineEdit*>(u"SearchText"_s);
+    EXPECT_TRUE(search->isVisible());
+    EXPECT_GE(search->width(), search->fontMetrics().horizontalAdvance(search->placeholderText()));
+}
+
+// The size and zoom the user leaves the preview at come back the next time,
+// through the host's settings; a preview never shown writes nothing.
+TEST_F(FrmAnteprimaTest, RemembersTheSizeAndZoomTheUserChose) {
+    FrmAnteprima::instance().Unload();
+    EXPECT_TRUE(host->settings.isEmpty());
+
+    FrmAnteprima* window = &FrmAnteprima::instance();
+    window->Report1()->setDocument(engine::fivePages());
+    window->show();
+    window->resize(760, 560);
+    auto* zoom = window->findChild<QComboBox*>(u"Zoom"_s);
+    const int index = zoom->findText(u"75%"_s);
+    zoom->setCurrentIndex(index);
+    emit zoom->activated(index);
+    QTest::keyClick(window->findChild<QScrollArea*>(u"Pages"_s), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(host->settings.value(u"Anteprima/Larghezza"_s), u"760"_s);
+    EXPECT_EQ(host->settings.value(u"Anteprima/Altezza"_s), u"560"_s);
+    EXPECT_EQ(host->settings.value(u"Anteprima/Zoom"_s), u"75"_s);
+
+    flushDeletes();
+    window = &FrmAnteprima::instance();
+    window->show();
+    EXPECT_EQ(window->size(), QSize(760, 560));
+    EXPECT_EQ(window->Report1()->zoom(), 75);
+}
+
+TEST_F(FrmAnteprimaTest, ExportsStartInTheInstallationsExportFolders) {
+    QTemporaryDir work;
+    QTemporaryDir layouts;
+    host->percorso = u"/srv/lorvane/"_s;
+    FrmAnteprima& window = FrmAnteprima::instance();
+    window.AnteprimaReport(engine::openTrialBalance(work, layouts));
+    QStringList folders;
+    ReportViewer::setFileChooser([&](QWidget*, const engine::SaveFileRequest& request) {
+        folders << request.folder;
+        return QString();
+    });
+    for (const char* button : {"ExportPdf", "ExportWord", "ExportExcel"})
+        window.Report1()->findChild<QAbstractButton*>(QLatin1String(button))->click();
+    ReportViewer::setFileChooser({});
+    EXPECT_EQ(folders, (QStringList{u"/srv/lorvane/export/pdf/"_s, u"/srv/lorvane/export/Doc/"_s,
+                                    u"/srv/lorvane/export/Xls/"_s}));
 }
 
 TEST_F(FrmAnteprimaTest, AnteprimaReportPassesTheEngineFailureOn) {

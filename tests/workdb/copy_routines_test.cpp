@@ -171,6 +171,44 @@ TEST_F(CopyTest, ApriTabellaTemporaneaNeedsTheOpenWorkConnection) {
     EXPECT_THROW(ApriTabellaTemporanea(u"SELECT * FROM Locali"_s), RuntimeError);
 }
 
+TEST_F(CopyTest, AKeyFilterThatFailsLeavesTheLastOneAndTheRowIsSkipped) {
+    main.Execute(u"INSERT INTO Doppi VALUES (NULL, 'LN', 'n', 0, 9)"_s);
+    copy(u"SELECT * FROM Doppi ORDER BY Rimanenza"_s, Variant(1), Variant(u"id"_s));
+    EXPECT_EQ(messages.size(), 1) << "the filter on a Null key fails";
+    EXPECT_EQ(workRows(), u"7|L7|a|0|1;8|L8|c|0|3"_s)
+        << "the Null key's row is tested against id=8, in force, and skipped";
+}
+
+// The source closed by a click while events run after its first row, and
+// opened again on the next pass: the copy goes on through the failed end test
+// and the failed move (the pass in between writes a row with nothing in it).
+TEST_F(CopyTest, AFailedEndTestOrMoveDoesNotEndTheCopy) {
+    const QString sql = u"SELECT * FROM Locali WHERE id < 3 ORDER BY id"_s;
+    db::RecordsetPtr origine = main.OpenRecordset(sql);
+    platform::setEventPump([&] {
+        ++eventsLetThrough;
+        if (eventsLetThrough == 1) origine->Close();
+        if (eventsLetThrough == 2) origine->Open(sql, main);
+    });
+    destination = ApriTabellaTemporanea(u"SELECT * FROM Locali"_s);
+    CopiaRecordset(nullptr, QLatin1String(columns), *origine, *destination, Variant(0));
+    EXPECT_EQ(eventsLetThrough, 4);
+    EXPECT_EQ(messages.size(), 7) << "the end test, five columns unread and the move";
+    EXPECT_EQ(workRows(), u"NULL|NULL|NULL|NULL|NULL;1|L1|Bar Roma|0|10.5;"
+                          u"1|L1|Bar Roma|0|10.5;2|L2|NULL|-1|NULL"_s);
+}
+
+TEST_F(CopyTest, ASourceThatCannotMoveEndsTheCopyAfterTwoPasses) {
+    db::RecordsetPtr origine = main.OpenRecordset(u"SELECT * FROM Locali"_s);
+    platform::setEventPump([&] {
+        ++eventsLetThrough;
+        if (origine->IsOpen()) origine->Close();
+    });
+    destination = ApriTabellaTemporanea(u"SELECT * FROM Locali"_s);
+    CopiaRecordset(nullptr, QLatin1String(columns), *origine, *destination, Variant(0));
+    EXPECT_EQ(eventsLetThrough, 3) << "the first row, then two passes in place";
+}
+
 class RiempiComboTest : public CopyTest {
   protected:
     QStringList entries() {

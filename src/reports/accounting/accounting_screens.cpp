@@ -70,6 +70,7 @@ ScreenProfile cassaProfile() {
     profile.dallaOnOpen = DateRule::Today;
     profile.lists = cassaLists;
     profile.extras = {esattore(u"Esattore che ha effettuato l'incasso"_s)};
+    profile.workFolderConnection = u"C:\\temp1\\"_s;
     return profile;
 }
 

@@ -77,7 +77,7 @@ bool FrmStampaBilancio::ControlloProprio(Output output) {
 qint16 FrmStampaBilancio::PreparaStampa() {
     QString modello;
     platform::ignoreErrors([&] { modello = output::PercorsoTemporaneo(List1, List2, Pers); });
-    platform::ignoreErrors([&] { workdb::ApriTemporaneo(modello); });
+    platform::ignoreErrors([&] { ApriTemporaneo(modello); });
     for (const QString& statement : {u"Delete * from AnagraficaPianoConti"_s,
                                      u"Delete * from Saldi"_s, u"Delete * from Parametri"_s})
         platform::ignoreErrors([&] { workdb::ConnessioneTemporanea().Execute(statement); });

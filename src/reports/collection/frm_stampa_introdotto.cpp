@@ -39,6 +39,7 @@ ScreenProfile introdottoProfile() {
     profile.causali = &introdottoCausali;
     profile.controllaCausali = true;
     profile.hourglass = false;
+    profile.workFolderCopy = u"C:\\temp1\\"_s;
     return profile;
 }
 

@@ -360,6 +360,29 @@ TEST_F(RicercaTest, GridShowsEveryFieldAndLeavesTheRecordsetOnItsFirstRow) {
     EXPECT_EQ(locali_->AbsolutePosition(), 1);
 }
 
+// Where the window cannot be maximised (no window manager) it keeps the size
+// it asks for: every column and every row show in it, maximised or not.
+TEST_F(RicercaTest, AsksForASizeThatShowsEveryColumnAndRow) {
+    for (const int state : {0, 2}) {
+        component_.SetWindowsState(state);
+        RicercaComponent::setDialogRunner([](RicercaDialog& d) {
+            const QTableView* grid = d.grid();
+            int columns = 0;
+            for (int column = 0; column < grid->model()->columnCount(); ++column)
+                columns += grid->columnWidth(column);
+            const int rows =
+                grid->model()->rowCount() * grid->verticalHeader()->defaultSectionSize();
+            d.setWindowState(Qt::WindowNoState);
+            d.resize(d.sizeHint());
+            d.show();
+            EXPECT_GE(grid->viewport()->width(), columns);
+            EXPECT_GE(grid->viewport()->height(), rows);
+            return int(QDialog::Rejected);
+        });
+        component_.Ricerca();
+    }
+}
+
 struct PartsCase {
     const char* name;
     int statusBar, toolbar, filterBar, windowsState;
