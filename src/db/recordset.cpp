@@ -18,6 +18,43 @@ QString quoteName(QString name) {
     return u'"' + name + u'"';
 }
 
+// True when a row inserted into `table` without the columns `omitted` can
+// hold anything but Null in them: a default, a key (the rowid's alias takes
+// a number), a generated column, or a trigger that may write the row. Then
+// the row is read back after its INSERT; otherwise the Nulls it was given are
+// what the file holds.
+bool filledByTheDatabase(sqlite3* db, const QString& table, const QStringList& omitted) {
+    const auto rowsOf = [db](const QString& sql, auto&& onRow) {
+        sqlite3_stmt* statement = nullptr;
+        if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &statement, nullptr) !=
+            SQLITE_OK) {
+            sqlite3_finalize(statement);
+            return false;
+        }
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            onRow(statement);
+        sqlite3_finalize(statement);
+        return true;
+    };
+    bool filled = false;
+    const bool read = rowsOf(
+        u"SELECT 1 FROM sqlite_master WHERE type = 'trigger' AND tbl_name = '%1' "
+        u"COLLATE NOCASE"_s.arg(QString(table).replace(u'\'', u"''"_s)),
+        [&](sqlite3_stmt*) { filled = true; });
+    if (!read || filled) return true;
+    int columns = 0;
+    rowsOf(u"PRAGMA table_xinfo("_s + quoteName(table) + u')', [&](sqlite3_stmt* row) {
+        ++columns;
+        const QString name =
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(row, 1)));
+        const bool keyDefaultOrGenerated = sqlite3_column_type(row, 4) != SQLITE_NULL ||
+                                           sqlite3_column_int(row, 5) != 0 ||
+                                           sqlite3_column_int(row, 6) != 0;
+        if (keyDefaultOrGenerated && omitted.contains(name, Qt::CaseInsensitive)) filled = true;
+    });
+    return filled || columns == 0;
+}
+
 RuntimeError noCurrentRecord() {
     return RuntimeError(
         u"Il valore di BOF o EOF è True oppure il record corrente è stato eliminato. "
@@ -484,14 +521,17 @@ void Recordset::insertPending() {
             insertSql_ += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
                           u",?"_s.repeated(columns.size() - 1) + u')';
         }
-        QStringList others;
+        QStringList others, omitted;
         for (const int i : unassigned) {
             const QString& column = fields_[size_t(i)].originColumn_;
             others << (column.isEmpty() ? u"NULL"_s : quoteName(column));
+            if (!column.isEmpty()) omitted << column;
         }
-        readBackSql_ = others.isEmpty() ? QString()
-                                        : u"SELECT "_s + others.join(u',') + u" FROM "_s +
-                                              quoteName(table_) + u" WHERE rowid=?"_s;
+        readBackSql_ =
+            omitted.isEmpty() || !filledByTheDatabase(session_->handle(), table_, omitted)
+                ? QString()
+                : u"SELECT "_s + others.join(u',') + u" FROM "_s + quoteName(table_) +
+                      u" WHERE rowid=?"_s;
         insertedFields_ = std::move(assignedFields);
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.
@@ -516,7 +556,7 @@ void Recordset::insertPending() {
         throw;
     }
     rowIds_.push_back(sqlite3_last_insert_rowid(session_->handle()));
-    if (!unassigned.empty()) readBack(row, unassigned);
+    if (!readBackSql_.isEmpty()) readBack(row, unassigned);
     attachNewRow(row);
 }
 

@@ -449,20 +449,20 @@ void ReportViewer::print() {
 
 void ReportViewer::exportTo(int formatType) {
     if (!report_) return;
+    QString suggestedName = report_->Title().isEmpty() ? document_.title : report_->Title();
+    suggestedName.replace(u'/', u'-');
+    const QString folder = exportFolder_ ? exportFolder_(formatType) : QString();
     SaveFileRequest request;
-    request.suggestedName = report_->Title().isEmpty() ? document_.title : report_->Title();
-    request.suggestedName.replace(u'/', u'-');
     if (formatType == ExportFormat::Word) {
-        request = {u"Esporta in Word"_s, u"Documenti Word (*.doc)"_s, u"doc"_s,
-                   request.suggestedName, {}};
+        request = {u"Esporta in Word"_s, u"Documenti Word (*.doc)"_s, u"doc"_s, suggestedName,
+                   folder};
     } else if (formatType == ExportFormat::Excel) {
-        request = {u"Esporta in Excel"_s, u"Cartelle di Excel (*.xls)"_s, u"xls"_s,
-                   request.suggestedName, {}};
+        request = {u"Esporta in Excel"_s, u"Cartelle di Excel (*.xls)"_s, u"xls"_s, suggestedName,
+                   folder};
     } else {
-        request = {u"Esporta in PDF"_s, u"Documenti PDF (*.pdf)"_s, u"pdf"_s,
-                   request.suggestedName, {}};
+        request = {u"Esporta in PDF"_s, u"Documenti PDF (*.pdf)"_s, u"pdf"_s, suggestedName,
+                   folder};
     }
-    if (exportFolder_) request.folder = exportFolder_(formatType);
     const QString path =
         fileChooser() ? fileChooser()(this, request) : chooseWithDialog(this, request);
     if (path.isEmpty()) return;

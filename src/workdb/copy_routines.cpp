@@ -2,6 +2,8 @@
 
 #include <QComboBox>
 #include <QProgressBar>
+#include <utility>
+#include <vector>
 
 #include "platform/error_handling.h"
 #include "platform/windows.h"
@@ -32,12 +34,60 @@ db::Field& fieldOf(db::Recordset& recordset, const db::Variant& campo) {
     return recordset.Fields(campo.text());
 }
 
-void addRow(const QStringList& names, db::Recordset& origine, db::Recordset& destinazione) {
+// The columns of a copy, found by name once per statement the recordsets
+// stand on: a lookup of every name in both recordsets on every row is much of
+// a copy's time. A name that either recordset lacks stays a lookup by name,
+// so that it fails on every row as it should.
+class CopyColumns {
+  public:
+    explicit CopyColumns(const QString& colonne) : names_(colonne.split(u',')) {}
+
+    void resolve(db::Recordset& origine, db::Recordset& destinazione) {
+        const std::pair<const void*, const void*> key{origine.Source().constData(),
+                                                      destinazione.Source().constData()};
+        if (resolved_ && key == key_ && origine.IsOpen() && destinazione.IsOpen()) return;
+        resolved_ = origine.IsOpen() && destinazione.IsOpen();
+        key_ = key;
+        positions_.assign(size_t(names_.size()), {-1, -1});
+        if (!resolved_) return;
+        for (qsizetype i = 0; i < names_.size(); ++i) {
+            const db::Field* target = destinazione.FindField(names_[i]);
+            const db::Field* source = origine.FindField(names_[i]);
+            if (target && source)
+                positions_[size_t(i)] = {indexOf(destinazione, *target), indexOf(origine, *source)};
+        }
+    }
+
+    qsizetype size() const { return names_.size(); }
+    db::Field& target(db::Recordset& destinazione, qsizetype i) const {
+        const int at = positions_[size_t(i)].first;
+        return at >= 0 ? destinazione.Fields(at) : destinazione.Fields(names_[i]);
+    }
+    db::Field& source(db::Recordset& origine, qsizetype i) const {
+        const int at = positions_[size_t(i)].second;
+        return at >= 0 ? origine.Fields(at) : origine.Fields(names_[i]);
+    }
+
+  private:
+    static int indexOf(db::Recordset& recordset, const db::Field& field) {
+        for (int i = 0; i < recordset.FieldCount(); ++i)
+            if (&recordset.Fields(i) == &field) return i;
+        return -1;
+    }
+
+    QStringList names_;
+    std::vector<std::pair<int, int>> positions_;  // destination, source; -1: by name
+    std::pair<const void*, const void*> key_{nullptr, nullptr};
+    bool resolved_ = false;
+};
+
+void addRow(CopyColumns& columns, db::Recordset& origine, db::Recordset& destinazione) {
     showErrorAndGoOn([&] { destinazione.AddNew(); });
-    for (const QString& name : names) {
+    columns.resolve(origine, destinazione);
+    for (qsizetype i = 0; i < columns.size(); ++i) {
         showErrorAndGoOn([&] {
-            db::Field& target = destinazione.Fields(name);
-            const db::Variant value = origine.Fields(name).Value();
+            db::Field& target = columns.target(destinazione, i);
+            const db::Variant value = columns.source(origine, i).Value();
             if (target.Type() == db::DataType::Boolean && value.isNull()) {
                 target = db::Variant(0);
             } else {
@@ -53,7 +103,7 @@ void addRow(const QStringList& names, db::Recordset& origine, db::Recordset& des
 void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& origine,
                     db::Recordset& destinazione, const db::Variant& controllo,
                     const db::Variant& chiave) {
-    const QStringList names = colonne.split(u',');
+    CopyColumns names(colonne);
     showErrorAndGoOn([&] { destinazione.UpdateBatch(db::Recordset::AffectAll); });
 
     int count = 0;

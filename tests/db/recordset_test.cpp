@@ -272,6 +272,25 @@ TEST_F(RecordsetTest, OpenedThroughACommand) {
     EXPECT_TRUE(recordset.IsUpdatable());
 }
 
+// A column the row left out is read back where the file can fill it (the
+// counter and the default above, a trigger here) and is Null elsewhere.
+TEST_F(RecordsetTest, ALeftOutColumnIsWhatTheFileMadeOfIt) {
+    file.query("CREATE TABLE Piana (Codice TEXT, Nota TEXT)");
+    file.query("CREATE TABLE Firmata (Codice TEXT, Nota TEXT)");
+    file.query(
+        "CREATE TRIGGER Firma AFTER INSERT ON Firmata BEGIN UPDATE Firmata SET Nota = "
+        "'dal trigger' WHERE rowid = new.rowid; END");
+    for (const auto& [table, nota] :
+         {std::pair{u"Piana"_s, u"NULL"_s}, std::pair{u"Firmata"_s, u"dal trigger"_s}}) {
+        RecordsetPtr recordset = open(u"SELECT * FROM "_s + table);
+        recordset->AddNew();
+        recordset->Fields(u"Codice"_s) = u"A"_s;
+        recordset->Update();
+        const Variant value = recordset->Fields(u"Nota"_s).Value();
+        EXPECT_EQ(value.isNull() ? u"NULL"_s : value.text(), nota) << table.toStdString();
+    }
+}
+
 TEST_F(RecordsetTest, FilterFollowsAddedRowsSoDuplicateKeysAreCaught) {
     RecordsetPtr source = open(u"SELECT * FROM Note WHERE id IN (1, 3)"_s);
     RecordsetPtr target = open(u"SELECT * FROM Note WHERE id = 99"_s);

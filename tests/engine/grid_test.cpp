@@ -88,22 +88,29 @@ PlacedBand bandOf(BandKind kind, double topPt, std::initializer_list<Placement> 
 TEST(Grid, OtherBandsLandInTheDetailsColumns) {
     constexpr Align R = Align::Right;
     PageDocument document;
-    document.pages.push_back({QSizeF(842, 595),
-                              {bandOf(BandKind::PageHeader, 0,
-                                      {{0, 22, "Data"}, {22, 25, "Esattore"},
-                                       {49, 32, "Introdotto", R}, {81, 32, "PREU", R}}),
-                               bandOf(BandKind::GroupHeader, 12,
-                                      {{1, 20, "L0005"}, {22, 90, "Bar Jolly"},
-                                       {82, 80, "Busto Arsizio"}}),
-                               bandOf(BandKind::Detail, 24,
-                                      {{0, 22, "02/01/2025"}, {22, 25, "ES02"},
-                                       {49, 32, "3.442,00", R}, {81, 32, "447,46", R}}),
-                               bandOf(BandKind::GroupFooter, 36,
-                                      {{0, 25, "Totale locale"}, {25, 22, "L0005"},
-                                       {49, 32, "3.442,00", R}, {81, 32, "447,46", R}}),
-                               bandOf(BandKind::PageFooter, 48,
-                                      {{0, 40, "admin"}, {40, 40, "31/03/2025", Align::Center},
-                                       {70, 43, "Pagina 1 di 1", R}})}});
+    document.pages.push_back(
+        {QSizeF(842, 595),
+         {bandOf(BandKind::PageHeader, 0,
+                 {{0, 22, "Data"},
+                  {22, 25, "Esattore"},
+                  {49, 32, "Introdotto", R},
+                  {81, 32, "PREU", R}}),
+          bandOf(BandKind::GroupHeader, 12,
+                 {{1, 20, "L0005"}, {22, 90, "Bar Jolly"}, {82, 80, "Busto Arsizio"}}),
+          bandOf(BandKind::Detail, 24,
+                 {{0, 22, "02/01/2025"},
+                  {22, 25, "ES02"},
+                  {49, 32, "3.442,00", R},
+                  {81, 32, "447,46", R}}),
+          bandOf(BandKind::GroupFooter, 36,
+                 {{0, 25, "Totale locale"},
+                  {25, 22, "L0005"},
+                  {49, 32, "3.442,00", R},
+                  {81, 32, "447,46", R}}),
+          bandOf(BandKind::PageFooter, 48,
+                 {{0, 40, "admin"},
+                  {40, 40, "31/03/2025", Align::Center},
+                  {70, 43, "Pagina 1 di 1", R}})}});
     const Grid grid = buildGrid(document, false);
     ASSERT_EQ(grid.columnWidthsPt.size(), 4u);
     QStringList rows(int(grid.rows.size()));

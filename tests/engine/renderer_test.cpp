@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "engine_fixture.h"
+#include "platform/clock.h"
 #include "platform/runtime_error.h"
 
 namespace lorvane::engine {
@@ -76,6 +77,50 @@ TEST_F(RendererTest, LongReportsBreakPagesAndKeepGroupHeadersWithTheirLines) {
         EXPECT_LE(bottom, footerTop + 0.01) << "nothing runs into the page footer on page " << p;
     }
     EXPECT_EQ(details, 200);
+}
+
+// Over report lengths that end a page at every place in a group: a page
+// that goes on with a group opens with its header when the layout asks for
+// it, and a group footer never stands without a line of its group above it.
+TEST_F(RendererTest, ContinuationPagesRepeatTheHeadingAndFootersKeepTheirLastLine) {
+    QByteArray layout(testing::trialBalanceLayout);
+    layout.replace(R"("groups": [{"field": "Mastro",)",
+                   R"("groups": [{"field": "Mastro", "repeatHeader": true,)");
+    int footersAtTop = 0;
+    for (int rows = 70; rows <= 110; ++rows) {
+        prepare(rows, layout);
+        const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+        ASSERT_GT(document.pages.size(), 1u);
+        for (size_t p = 1; p < document.pages.size(); ++p) {
+            const auto& bands = document.pages[p].bands;
+            ASSERT_GE(bands.size(), 3u);
+            EXPECT_EQ(bands[1].kind, BandKind::GroupHeader)
+                << rows << " rows, page " << p + 1 << " opens without its group's heading";
+            size_t body = 1;
+            while (body < bands.size() && bands[body].kind == BandKind::GroupHeader)
+                ++body;
+            footersAtTop += body < bands.size() && bands[body].kind == BandKind::GroupFooter;
+        }
+        const QString first = textsOf(document.pages[1], BandKind::Detail).value(0);
+        EXPECT_EQ(textsOf(document.pages[1], BandKind::GroupHeader).value(0),
+                  u"Mastro|"_s + first.left(2))
+            << "the heading of the group the page goes on with";
+        EXPECT_EQ(document.outline.size(), 2u) << "a repeated heading is not a new group";
+    }
+    EXPECT_EQ(footersAtTop, 0) << "group footers without a line of their group above them";
+}
+
+TEST_F(RendererTest, ThePrintDateIsTheClocksToday) {
+    QByteArray layout(testing::trialBalanceLayout);
+    layout.replace(R"({"type": "special", "value": "pageOfPages")",
+                   R"({"type": "special", "value": "printDate", "x": 0, "y": 0, "w": 40, "h": 5},
+                      {"type": "special", "value": "pageOfPages")");
+    prepare(3, layout);
+    platform::setToday([] { return QDate(2026, 9, 1); });
+    const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+    platform::setToday(nullptr);
+    EXPECT_EQ(textsOf(document.pages.at(0), BandKind::PageFooter),
+              QStringList{u"01/09/2026|Pagina 1 di 1"_s});
 }
 
 TEST_F(RendererTest, AnEmptyWorkTableGivesOnePageWithZeroTotals) {

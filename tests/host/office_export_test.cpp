@@ -30,10 +30,10 @@ using testing::runProgram;
 struct LayoutRow {
     const char* name;
     const char* code;
-    QStringList choice;     // the actions that pick the layout
-    QStringList headings;   // the page header's texts, one per column
-    QStringList figures;    // the headings of the columns of amounts
-    QStringList counts;     // the headings of other columns of numbers
+    QStringList choice;    // the actions that pick the layout
+    QStringList headings;  // the page header's texts, one per column
+    QStringList figures;   // the headings of the columns of amounts
+    QStringList counts;    // the headings of other columns of numbers
     bool landscape;
 };
 
@@ -66,8 +66,8 @@ const LayoutRow layouts[] = {
     {"TakingsByConcessionaire",
      "StampaIntrodotto",
      {u"pick"_s, u"List1=1"_s},
-     {u"Locale"_s, u"Insegna"_s, u"Città"_s, u"Letture"_s, u"Introdotto"_s, u"Uscite"_s,
-      u"PREU"_s, u"AAMS"_s, u"Rete"_s},
+     {u"Locale"_s, u"Insegna"_s, u"Città"_s, u"Letture"_s, u"Introdotto"_s, u"Uscite"_s, u"PREU"_s,
+      u"AAMS"_s, u"Rete"_s},
      {u"Introdotto"_s, u"Uscite"_s, u"PREU"_s, u"AAMS"_s, u"Rete"_s},
      {u"Letture"_s},
      true},
@@ -103,7 +103,8 @@ print(json.dumps({'rows': rows, 'types': types,
 
 // Every amount written the Italian way ("-1.234,56") in a text, as cents, sorted.
 std::vector<qint64> amountsIn(const QString& text) {
-    static const QRegularExpression amount(u"(?<![\\d,.])-?\\d{1,3}(?:\\.\\d{3})*,\\d\\d(?![\\d,])"_s);
+    static const QRegularExpression amount(
+        u"(?<![\\d,.])-?\\d{1,3}(?:\\.\\d{3})*,\\d\\d(?![\\d,])"_s);
     std::vector<qint64> cents;
     for (auto it = amount.globalMatch(text); it.hasNext();)
         cents.push_back(it.next().captured().remove(u'.').remove(u',').toLongLong());
@@ -129,13 +130,12 @@ class OfficeExport : public ::testing::Test {
 
     // Runs the layout's report for the first quarter of 2025 with `button`,
     // and gives the file written, copied under `name` into the scratch folder.
-    static QString exportWith(const LayoutRow& layout, const QString& button,
-                              const QString& name) {
-        QStringList args = {u"run"_s,         QLatin1String(layout.code),
-                            u"--percorso"_s,  installation(),
-                            u"--today"_s,     u"31/03/2025"_s,
-                            u"set"_s,         u"txtDallaData=01/01/2025"_s,
-                            u"set"_s,         u"txtAllaData=31/03/2025"_s};
+    static QString exportWith(const LayoutRow& layout, const QString& button, const QString& name) {
+        QStringList args = {u"run"_s,        QLatin1String(layout.code),
+                            u"--percorso"_s, installation(),
+                            u"--today"_s,    u"31/03/2025"_s,
+                            u"set"_s,        u"txtDallaData=01/01/2025"_s,
+                            u"set"_s,        u"txtAllaData=31/03/2025"_s};
         args << layout.choice << u"click"_s << button;
         const ProcessResult run =
             runProgram(QString::fromUtf8(LORVANE_PROGRAM), args, {},
@@ -157,12 +157,13 @@ class OfficeExport : public ::testing::Test {
     static void convert(const QString& format, const QStringList& files) {
         QProcess office;
         office.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-        office.start(u"soffice"_s, QStringList{u"-env:UserInstallation=file://"_s +
-                                                   scratch->filePath(u"profilo"_s),
-                                               u"--headless"_s, u"--convert-to"_s, format,
-                                               u"--outdir"_s, scratch->path()}
-                                       << files);
-        ASSERT_TRUE(office.waitForFinished(480000)) << "soffice --convert-to " << format.toStdString();
+        office.start(
+            u"soffice"_s,
+            QStringList{u"-env:UserInstallation=file://"_s + scratch->filePath(u"profilo"_s),
+                        u"--headless"_s, u"--convert-to"_s, format, u"--outdir"_s, scratch->path()}
+                << files);
+        ASSERT_TRUE(office.waitForFinished(480000))
+            << "soffice --convert-to " << format.toStdString();
         ASSERT_EQ(office.exitCode(), 0) << office.readAllStandardError().toStdString();
     }
 

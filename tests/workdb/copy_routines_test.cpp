@@ -194,8 +194,9 @@ TEST_F(CopyTest, AFailedEndTestOrMoveDoesNotEndTheCopy) {
     CopiaRecordset(nullptr, QLatin1String(columns), *origine, *destination, Variant(0));
     EXPECT_EQ(eventsLetThrough, 4);
     EXPECT_EQ(messages.size(), 7) << "the end test, five columns unread and the move";
-    EXPECT_EQ(workRows(), u"NULL|NULL|NULL|NULL|NULL;1|L1|Bar Roma|0|10.5;"
-                          u"1|L1|Bar Roma|0|10.5;2|L2|NULL|-1|NULL"_s);
+    EXPECT_EQ(workRows(),
+              u"NULL|NULL|NULL|NULL|NULL;1|L1|Bar Roma|0|10.5;"
+              u"1|L1|Bar Roma|0|10.5;2|L2|NULL|-1|NULL"_s);
 }
 
 TEST_F(CopyTest, ASourceThatCannotMoveEndsTheCopyAfterTwoPasses) {

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "host/demo/demo_data.h"
 #include "support/process.h"
@@ -86,6 +87,13 @@ class TakingsReport : public ::testing::Test {
         takings = sumInCents("SELECT Round(Sum(TotIntrodotto) * 100) FROM NoteTeste");
         readingsIn = sumInCents("SELECT Round(Sum(ParzialeIn) * 100) FROM NoteIncassi");
         readings = sumInCents("SELECT Count(*) FROM NoteIncassi");
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(db, "SELECT DISTINCT Insegna FROM AnagraficaLocali", -1, &statement,
+                           nullptr);
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            venues << QString::fromUtf8(
+                reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+        sqlite3_finalize(statement);
         sqlite3_close(db);
     }
     static void TearDownTestSuite() { delete scratch; }
@@ -109,6 +117,7 @@ class TakingsReport : public ::testing::Test {
 
     static inline QTemporaryDir* scratch = nullptr;
     static inline qint64 takings = 0, readingsIn = 0, readings = 0;
+    static inline QStringList venues;  // their signs
 };
 
 TEST_F(TakingsReport, PerVenueTotalIsThatOfTheNotesInPdfAndWorkbook) {
@@ -119,6 +128,32 @@ TEST_F(TakingsReport, PerVenueTotalIsThatOfTheNotesInPdfAndWorkbook) {
         QRegularExpression(u"Totale generale\\s+([\\d.]+,\\d\\d)"_s).match(text);
     ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
     EXPECT_EQ(cents(total.captured(1)), takings);
+
+    // Each venue's total names the venue; each page after the first opens
+    // with the heading of the venue it goes on with.
+    const auto namesAVenue = [](const QString& text) {
+        return std::any_of(venues.begin(), venues.end(),
+                           [&](const QString& venue) { return text.contains(venue); });
+    };
+    const QRegularExpression venueTotal(u"^\\s*Totale (?!generale)(.*)$"_s,
+                                        QRegularExpression::MultilineOption);
+    int totals = 0;
+    for (auto it = venueTotal.globalMatch(text); it.hasNext(); ++totals) {
+        const QString line = it.next().captured(0);
+        EXPECT_TRUE(namesAVenue(line)) << line.toStdString();
+    }
+    EXPECT_GT(totals, 1);
+    const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
+    ASSERT_GT(pages.size(), 2);
+    for (qsizetype p = 1; p + 1 < pages.size(); ++p) {
+        const QStringList lines = pages[p].split(u'\n', Qt::SkipEmptyParts);
+        const auto heading = std::find_if(lines.begin(), lines.end(), [](const QString& line) {
+            return line.contains(u"Esattore"_s);
+        });
+        ASSERT_LT(heading + 1, lines.end());
+        EXPECT_TRUE(namesAVenue(*(heading + 1)))
+            << "page " << p + 1 << ": " << (heading + 1)->toStdString();
+    }
 
     // The first figure of the workbook's grand total row, a number.
     const char* grandTotal =
