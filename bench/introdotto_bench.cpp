@@ -148,14 +148,9 @@ const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    int venues = 500, repeat = 3;
-    bool check = false;
-    const QStringList args = app.arguments();
-    for (int i = 1; i < args.size(); ++i) {
-        if (args[i] == u"--venues"_s && i + 1 < args.size()) venues = args[++i].toInt();
-        if (args[i] == u"--repeat"_s && i + 1 < args.size()) repeat = args[++i].toInt();
-        if (args[i] == u"--check"_s) check = true;
-    }
+    const bench::ScreenBenchOptions command = bench::readOptions(app.arguments());
+    const int venues = command.venues, repeat = command.repeat;
+    const bool check = command.check;
 
     QTemporaryDir folder;
     const QString installation = folder.filePath(u"demo"_s);

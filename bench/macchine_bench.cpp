@@ -116,14 +116,9 @@ double situation(const QString& installation, const QString& code, int repeat, q
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    int venues = 500, repeat = 3;
-    bool check = false;
-    const QStringList args = app.arguments();
-    for (int i = 1; i < args.size(); ++i) {
-        if (args[i] == u"--venues"_s && i + 1 < args.size()) venues = args[++i].toInt();
-        if (args[i] == u"--repeat"_s && i + 1 < args.size()) repeat = args[++i].toInt();
-        if (args[i] == u"--check"_s) check = true;
-    }
+    const bench::ScreenBenchOptions command = bench::readOptions(app.arguments());
+    const int venues = command.venues, repeat = command.repeat;
+    const bool check = command.check;
     QTemporaryDir folder;
     qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
     QDir().mkpath(platform::workFolder());

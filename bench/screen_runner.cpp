@@ -86,4 +86,18 @@ bool pdfWritten(const ScreenRunner& runner) {
            QFileInfo(runner.files[0]).size() > 0;
 }
 
+ScreenBenchOptions readOptions(const QStringList& arguments) {
+    ScreenBenchOptions options;
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        const bool valued = i + 1 < arguments.size();
+        if (argument == QLatin1String("--venues") && valued)
+            options.venues = arguments[++i].toInt();
+        if (argument == QLatin1String("--repeat") && valued)
+            options.repeat = arguments[++i].toInt();
+        if (argument == QLatin1String("--check")) options.check = true;
+    }
+    return options;
+}
+
 }  // namespace lorvane::bench

@@ -42,6 +42,14 @@ class ScreenRunner {
     screens::FilterScreen* screen_ = nullptr;
 };
 
+// The command line of a screen benchmark: [--venues N] [--repeat R] [--check].
+struct ScreenBenchOptions {
+    int venues = 500;
+    int repeat = 3;
+    bool check = false;
+};
+ScreenBenchOptions readOptions(const QStringList& arguments);
+
 // True when the last run wrote a PDF and showed nothing else.
 bool pdfWritten(const ScreenRunner& runner);
 

@@ -351,12 +351,7 @@ void ReportViewer::setDisplayGroupTree(bool display) {
 }
 
 bool ReportViewer::find(const QString& text) {
-    if (text.isEmpty() || document_.pages.empty()) return false;
-    if (text.compare(matchedText_, Qt::CaseInsensitive) != 0) collectMatches(text);
-    if (matches_.empty()) {
-        setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
-        return false;
-    }
+    if (!hasMatches(text)) return false;
     if (currentMatchShown()) {
         showMatch((currentMatch_ + 1) % int(matches_.size()));
         return true;
@@ -368,6 +363,18 @@ bool ReportViewer::find(const QString& text) {
     return true;
 }
 
+// Collects the places of `text` when it is not the text already searched;
+// false, with the status line saying so, when there is none.
+bool ReportViewer::hasMatches(const QString& text) {
+    if (text.isEmpty() || document_.pages.empty()) return false;
+    if (text.compare(matchedText_, Qt::CaseInsensitive) != 0) collectMatches(text);
+    if (matches_.empty()) {
+        setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
+        return false;
+    }
+    return true;
+}
+
 // The user may have turned to another page since: the search goes on from there.
 bool ReportViewer::currentMatchShown() const {
     return currentMatch_ >= 0 && matches_[size_t(currentMatch_)].page == currentPage_;
@@ -376,13 +383,7 @@ bool ReportViewer::currentMatchShown() const {
 bool ReportViewer::findNext() { return find(searchText_->text()); }
 
 bool ReportViewer::findPrevious() {
-    const QString text = searchText_->text();
-    if (text.isEmpty() || document_.pages.empty()) return false;
-    if (text.compare(matchedText_, Qt::CaseInsensitive) != 0) collectMatches(text);
-    if (matches_.empty()) {
-        setStatus(u"Testo \"%1\" non trovato."_s.arg(text));
-        return false;
-    }
+    if (!hasMatches(searchText_->text())) return false;
     if (currentMatchShown()) {
         const int count = int(matches_.size());
         showMatch((currentMatch_ + count - 1) % count);

@@ -144,6 +144,7 @@ class ReportViewer : public QWidget {
     bool pageKey(int key);
     bool wheelTurnsPage(const QWheelEvent& event);
     void collectMatches(const QString& text);
+    bool hasMatches(const QString& text);
     void showMatch(int index);
     bool currentMatchShown() const;
     void showPage(int page, bool atBottom);
