@@ -181,7 +181,9 @@ class Recordset {
     // that reads back the others: a copy adds every row with the same fields.
     std::vector<bool> insertedFields_;
     QString insertSql_;
-    QString readBackSql_;  // empty when the file fills none of the fields the row left out
+    // Empty when the file fills none of the fields the row left out, or none
+    // but the counter (given back from the row id).
+    QString readBackSql_;
     // The field that reads the table's counter (its INTEGER PRIMARY KEY, the
     // row id under its own name), -1 when none; an added row that leaves it
     // out takes the row id the INSERT gave, without reading the row back.
