@@ -20,18 +20,12 @@
 #include <chrono>
 #include <cstdio>
 
-#include "entry/configura.h"
-#include "entry/dispatch.h"
 #include "generated_table.h"
 #include "host/cli_run.h"
 #include "host/demo/demo_data.h"
-#include "host/reference_host.h"
 #include "platform/clock.h"
-#include "platform/message_box.h"
-#include "platform/shell.h"
 #include "platform/windows_paths.h"
-#include "screens/controls.h"
-#include "screens/filter_screen.h"
+#include "screen_runner.h"
 #include "workdb/column_lists.h"
 #include "workdb/work_database.h"
 
@@ -90,7 +84,8 @@ double anchorCopy(const QString& installation, const Period& period, const QStri
     exec(work, u"ATTACH DATABASE '%1' AS m"_s.arg(installation + u"/Lorvane.db"_s));
     const auto insert = [&](const char* table, const char* columns, const QString& from) {
         const QString list = QLatin1String(columns);
-        exec(work, u"INSERT INTO %1 (%2) SELECT %2 FROM %3"_s.arg(QLatin1String(table), list, from));
+        exec(work,
+             u"INSERT INTO %1 (%2) SELECT %2 FROM %3"_s.arg(QLatin1String(table), list, from));
     };
     const bool byKey = selection == Selection::ByKey;
     exec(work, u"BEGIN"_s);
@@ -112,9 +107,10 @@ double anchorCopy(const QString& installation, const Period& period, const QStri
     insert("AnagraficaAziende", workdb::columns::AnagraficaAziende34, u"m.AnagraficaAziende"_s);
     insert("MagSchede", workdb::columns::MagSchede55,
            u"m.MagSchede WHERE id IN (SELECT LinkScheda FROM main.NoteIncassi)"_s);
-    exec(work, u"INSERT INTO Parametri (Parametri, Descr1, Descr2) VALUES (' Dal %1 al %2', "
-              u"'%1', '%2')"_s.arg(period.from.toString(u"dd/MM/yyyy"_s),
-                                   period.to.toString(u"dd/MM/yyyy"_s)));
+    exec(work,
+         u"INSERT INTO Parametri (Parametri, Descr1, Descr2) VALUES (' Dal %1 al %2', "
+         u"'%1', '%2')"_s.arg(period.from.toString(u"dd/MM/yyyy"_s),
+                              period.to.toString(u"dd/MM/yyyy"_s)));
     exec(work, u"COMMIT"_s);
     sqlite3_close(work);
     return seconds(start);
@@ -132,78 +128,18 @@ QString workCounts(const QString& path) {
 
 // ---- the module side: the real screen on the installation's host ----------
 
-// What the user saw during a run: messages and the files opened.
-struct Seen {
-    QStringList messages, files;
-};
-
-class ReportRuns {
-  public:
-    explicit ReportRuns(const QString& installation) {
-        platform::setMessageHandler([this](const platform::Message& message) {
-            seen.messages << message.prompt;
-            return platform::MsgBoxResult::Ok;
-        });
-        platform::setShellOpener([this](const QString& path) {
-            seen.files << path;
-            return true;
-        });
-        entry::Configura().SetApplicazione(std::make_shared<host::ReferenceHost>(installation));
-    }
-    ~ReportRuns() {
-        delete screen_;
-        platform::setShellOpener(nullptr);
-        platform::setMessageHandler(nullptr);
-    }
-
-    // A fresh takings screen on `period`, "Tutti i locali" or the tree that
-    // the search with nothing typed fills; gives the venues ticked.
-    int open(const Period& period, bool tree) {
-        delete screen_;
-        const QString code = u"StampaIntrodotto"_s;
-        entry::moduleValues().codiceStampa = code;
-        screen_ = qobject_cast<screens::FilterScreen*>(entry::findReportScreen(code)->create());
-        act({ScreenAction::Kind::Set, u"txtDallaData"_s, period.from.toString(u"dd/MM/yyyy"_s), 0});
-        act({ScreenAction::Kind::Set, u"txtAllaData"_s, period.to.toString(u"dd/MM/yyyy"_s), 0});
-        act({ScreenAction::Kind::Pick, u"List1"_s, u"0"_s, 0});
-        if (!tree) return -1;
-        act({ScreenAction::Kind::Click, u"CmdRicerca"_s, {}, 0});
-        int ticked = 0;
-        for (QTreeWidgetItem* node :
-             screen_->findChild<screens::KeyedTree*>(u"Tree"_s)->allNodes())
-            ticked += screens::KeyedTree::isTicked(node) && node->parent() ? 1 : 0;
-        return ticked;
-    }
-
-    double prepare() {
-        seen = {};
-        return timed([this] { rows = screen_->PreparaStampa(); });
-    }
-    double runPdf() {
-        seen = {};
-        return timed([this] { act({ScreenAction::Kind::Click, u"CmdPdf"_s, {}, 0}); });
-    }
-
-    Seen seen;
-    qint16 rows = 0;
-
-  private:
-    void act(const ScreenAction& action) {
-        const QString problem = host::applyAction(*screen_, action);
-        if (!problem.isEmpty()) {
-            std::fprintf(stderr, "%s: %s\n", qPrintable(action.text()), qPrintable(problem));
-            std::exit(3);
-        }
-    }
-    screens::FilterScreen* screen_ = nullptr;
-};
+// A fresh takings screen on `period`, "Tutti i locali" or the tree that the
+// search with nothing typed fills; gives the venues ticked.
+int openTakings(ScreenRunner& runs, const Period& period, bool tree) {
+    runs.open(u"StampaIntrodotto"_s);
+    runs.act(ScreenAction::Kind::Set, u"txtDallaData"_s, period.from.toString(u"dd/MM/yyyy"_s));
+    runs.act(ScreenAction::Kind::Set, u"txtAllaData"_s, period.to.toString(u"dd/MM/yyyy"_s));
+    if (!tree) return -1;
+    runs.act(ScreenAction::Kind::Click, u"CmdRicerca"_s);
+    return int(runs.tickedVenues().size());
+}
 
 QString workFile() { return platform::workFolder() + u"/Introdotto.mdb"_s; }
-
-bool pdfWritten(const Seen& seen) {
-    return seen.messages.isEmpty() && seen.files.size() == 1 &&
-           QFileInfo(seen.files[0]).size() > 0;
-}
 
 const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 
@@ -244,17 +180,16 @@ int main(int argc, char** argv) {
         return anchorCopy(installation, quarter, anchorFile, Selection::ReportStatements);
     });
     const QString expected = workCounts(anchorFile);
-    const double byKey = best(repeat, [&] {
-        return anchorCopy(installation, quarter, anchorFile, Selection::ByKey);
-    });
+    const double byKey = best(
+        repeat, [&] { return anchorCopy(installation, quarter, anchorFile, Selection::ByKey); });
     const QString byKeyCounts = workCounts(anchorFile);
-    ReportRuns runs(installation);
-    runs.open(quarter, false);
+    ScreenRunner runs(installation);
+    openTakings(runs, quarter, false);
     const double prepared = best(repeat, [&] { return runs.prepare(); });
     const QString preparedCounts = workCounts(workFile());
     const double whole = best(repeat, [&] { return runs.runPdf(); });
-    const bool pdf = pdfWritten(runs.seen);
-    const int ticked = runs.open(quarter, true);
+    const bool pdf = pdfWritten(runs);
+    const int ticked = openTakings(runs, quarter, true);
     const double tree = best(repeat, [&] { return runs.prepare(); });
     const QString treeCounts = workCounts(workFile());
 
@@ -268,16 +203,20 @@ int main(int argc, char** argv) {
         expected == byKeyCounts && expected == preparedCounts && expected == treeCounts;
     std::printf("  same rows                                  %s\n", verdict(sameRows));
     std::printf("anchor: INSERT ... SELECT, the report's statements  %7.3f s\n", anchor);
-    std::printf("  (the same rows picked by key instead             %7.3f s: the report's\n"
-                "   DISTINCT joins cost %.1fx that on their own)\n",
-                byKey, anchor / byKey);
-    std::printf("PreparaStampa, Tutti i locali                %7.3f s = %5.2f x anchor (<= 2)   %s\n",
-                prepared, prepared / anchor, verdict(prepared / anchor <= 2));
-    std::printf("CmdPdf, preparation + render + PDF           %7.3f s = %5.2f x anchor (<= 8)   %s\n",
-                whole, whole / anchor, verdict(pdf && whole / anchor <= 8));
-    if (!pdf) std::printf("  no PDF written: %s\n", qPrintable(runs.seen.messages.join(u"; "_s)));
-    std::printf("PreparaStampa, tree of %3d ticked venues     %7.3f s = %5.2f x Tutti (<= 1.5) %s\n",
-                ticked, tree, tree / prepared, verdict(tree / prepared <= 1.5));
+    std::printf(
+        "  (the same rows picked by key instead             %7.3f s: the report's\n"
+        "   DISTINCT joins cost %.1fx that on their own)\n",
+        byKey, anchor / byKey);
+    std::printf(
+        "PreparaStampa, Tutti i locali                %7.3f s = %5.2f x anchor (<= 2)   %s\n",
+        prepared, prepared / anchor, verdict(prepared / anchor <= 2));
+    std::printf(
+        "CmdPdf, preparation + render + PDF           %7.3f s = %5.2f x anchor (<= 8)   %s\n",
+        whole, whole / anchor, verdict(pdf && whole / anchor <= 8));
+    if (!pdf) std::printf("  no PDF written: %s\n", qPrintable(runs.messages.join(u"; "_s)));
+    std::printf(
+        "PreparaStampa, tree of %3d ticked venues     %7.3f s = %5.2f x Tutti (<= 1.5) %s\n",
+        ticked, tree, tree / prepared, verdict(tree / prepared <= 1.5));
     ok = sameRows && prepared / anchor <= 2 && pdf && whole / anchor <= 8 && tree / prepared <= 1.5;
 
     // A year: the count rule decides, the peak memory stays low. The run is
@@ -286,16 +225,16 @@ int main(int argc, char** argv) {
     const qint64 yearNotes = scalar(main, u"SELECT COUNT(*) FROM "_s + selectedNotes(year, {}));
     sqlite3_close(main);
     const QString outcomeFile = folder.filePath(u"year.txt"_s);
-    const long peakKb = childPeakKb([&] { runs.open(year, false); },
+    const long peakKb = childPeakKb([&] { openTakings(runs, year, false); },
                                     [&] {
                                         const double took = runs.runPdf();
                                         QFile outcome(outcomeFile);
                                         if (!outcome.open(QIODevice::WriteOnly)) return;
                                         outcome.write(QString::number(took, 'f', 3).toUtf8());
                                         outcome.write("\n");
-                                        outcome.write(pdfWritten(runs.seen) ? "PDF" : "");
+                                        outcome.write(pdfWritten(runs) ? "PDF" : "");
                                         outcome.write("\n");
-                                        outcome.write(runs.seen.messages.join(u"; "_s).toUtf8());
+                                        outcome.write(runs.messages.join(u"; "_s).toUtf8());
                                         outcome.write("\n");
                                         outcome.write(QByteArray::number(statusKb("VmHWM")));
                                     });
@@ -314,11 +253,10 @@ int main(int argc, char** argv) {
                 qPrintable(year.from.toString(u"dd/MM/yyyy"_s)),
                 qPrintable(year.to.toString(u"dd/MM/yyyy"_s)), yearNotes,
                 refused ? "refused" : "printed");
-    std::printf("CmdPdf                                       %7s s, %s   %s\n",
-                qPrintable(lines.value(0)),
-                qPrintable(lines.value(1).isEmpty() ? u"message: "_s + lines.value(2)
-                                                    : u"PDF written"_s),
-                verdict(ruleKept));
+    std::printf(
+        "CmdPdf                                       %7s s, %s   %s\n", qPrintable(lines.value(0)),
+        qPrintable(lines.value(1).isEmpty() ? u"message: "_s + lines.value(2) : u"PDF written"_s),
+        verdict(ruleKept));
     std::printf("peak memory of the process during the run    %7.0f MB (< 1024)   %s\n",
                 totalKb / 1024.0, verdict(lowPeak));
     std::printf("  of which the run added                     %7.0f MB\n", peakKb / 1024.0);

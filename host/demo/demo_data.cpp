@@ -9,6 +9,7 @@
 
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_generator.h"
+#include "host/demo/demo_machine_cases.h"
 #include "host/demo/demo_registry.h"
 #include "host/demo/demo_reports.h"
 #include "host/demo/main_schema.h"
@@ -28,6 +29,14 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/Introdotto.mdb",
                               "Report/Introdotto.lrl",
                               "Report/IntrodottoConcessionario.lrl",
+                              "Report/PercGlobali.mdb",
+                              "Report/PercParziali.mdb",
+                              "Report/PercGlobali.lrl",
+                              "Report/PercParziali.lrl",
+                              "Report/SaldiHopper.mdb",
+                              "Report/SaldiCambiamonete.mdb",
+                              "Report/SaldiHopper.lrl",
+                              "Report/SaldiCambiamonete.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -56,7 +65,12 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     Registry registry = writeRegistry(db, random, options.venues, firstDay);
     writeCollections(db, random, registry, firstDay, lastDay);
     writeBoardState(db, registry);
+    writeMachineCases(db, firstDay, lastDay);
     db.exec("COMMIT");
+    // The statistics a database in use has: without them the planner drives
+    // the last-note statements from the boards' readings into their unindexed
+    // sub-select of maxima, and their time grows with the square of the notes.
+    db.exec("ANALYZE");
     firstCompany = registry.firstCompanyName;
 }
 

@@ -5,6 +5,7 @@
 #include "reports/accounting/accounting_screens.h"
 #include "reports/accounting/frm_stampa_bilancio.h"
 #include "reports/collection/collection_screens.h"
+#include "reports/collection/macchine_screens.h"
 #include "reports/collection/frm_stampa_introdotto.h"
 #include "reports/documents/document_screens.h"
 

@@ -242,6 +242,20 @@ void FilterScreen::applyValue(const ExtraControl& extra, const ExtraControl::Val
 }
 
 void FilterScreen::CaricaAlbero() {
+    if (txtDallaData && profile_.dallaOnReset != DateRule::Unchanged)
+        txtDallaData->setDate(dateOf(profile_.dallaOnReset));
+    if (txtAllaData && profile_.allaOnReset != DateRule::Unchanged)
+        txtAllaData->setDate(dateOf(profile_.allaOnReset));
+    for (QLineEdit* box : {TxtNomeLocale, txtLocalita, txtProvincia})
+        if (box) box->clear();
+    if (chkSospesi) chkSospesi->setChecked(false);
+    if (ChkTutti) ChkTutti->setChecked(true);
+    for (const char* name : resetCombos)
+        if (auto* combo = findChild<QComboBox*>(QLatin1String(name))) combo->setCurrentIndex(-1);
+    for (const ExtraControl& extra : profile_.extras)
+        applyValue(extra, extra.onReset);
+    // The tree last: "Tutti i locali" switched on empties it on most screens,
+    // and a root added before would go with it.
     if (Tree) {
         switch (profile_.treeOnReset) {
             case TreeReset::EmptiedWithRoot:
@@ -255,18 +269,6 @@ void FilterScreen::CaricaAlbero() {
                 break;
         }
     }
-    if (txtDallaData && profile_.dallaOnReset != DateRule::Unchanged)
-        txtDallaData->setDate(dateOf(profile_.dallaOnReset));
-    if (txtAllaData && profile_.allaOnReset != DateRule::Unchanged)
-        txtAllaData->setDate(dateOf(profile_.allaOnReset));
-    for (QLineEdit* box : {TxtNomeLocale, txtLocalita, txtProvincia})
-        if (box) box->clear();
-    if (chkSospesi) chkSospesi->setChecked(false);
-    if (ChkTutti) ChkTutti->setChecked(true);
-    for (const char* name : resetCombos)
-        if (auto* combo = findChild<QComboBox*>(QLatin1String(name))) combo->setCurrentIndex(-1);
-    for (const ExtraControl& extra : profile_.extras)
-        applyValue(extra, extra.onReset);
 }
 
 void FilterScreen::ChkTutti_Click() {

@@ -162,7 +162,7 @@ class FilterScreen : public QWidget {
     void onClick(QPushButton* button, std::function<void()> handler);
 
     // The venues of a run (venue_selection.cpp).
-    void copyTickedVenue(const QString& code, bool sospesi, db::Recordset& workTable,
+    void copyTickedVenue(const QString& code, bool sospesi, db::Recordset* workTable,
                          db::Recordset& selection);
 
     // The order of a run (output_run.cpp).

@@ -55,10 +55,13 @@ void FilterScreen::ApriTemporaneo(const QString& percorso) {
     workdb::ApriTemporaneo(percorso, profile_.workFolderCopy, profile_.workFolderConnection);
 }
 
-// The template of the layout chosen, copied and opened; the report's data; the
-// causali of the run kept for the next one, whatever the count.
+// The template of the layout chosen, copied and opened; the work tables the
+// profile names emptied; the report's data; the causali of the run kept for
+// the next one, whatever the count.
 qint16 FilterScreen::PreparaStampa() {
     ApriTemporaneo(output::PercorsoTemporaneo(List1, List2, Pers));
+    for (const char* table : profile_.emptiedBeforeRun)
+        workdb::ConnessioneTemporanea().Execute(u"DELETE * FROM "_s + QLatin1String(table));
     const qint16 rows = PreparaDati();
     SalvaCausali();
     return rows;

@@ -93,8 +93,13 @@ struct SearchForms;
 
 // How PreparaLocali copies the venues of a run into AnagraficaLocali_Tmp.
 struct VenueCopy {
-    bool barWhenAll = true;     // with "Tutti i locali", the copy moves Bar1
-    bool twiceFromTree = true;  // each ticked venue goes in twice
+    // How a ticked venue of the tree goes in. Twice: into the work table, then
+    // twice into AnagraficaLocali_Tmp. Once: once into each. OnceWithBar: once
+    // into each through CopiaRecordset moving Bar1. SelectionOnly: once into
+    // AnagraficaLocali_Tmp when found; no work table at all.
+    enum class Tree { Twice, Once, OnceWithBar, SelectionOnly };
+    bool barWhenAll = true;  // with "Tutti i locali", the copy moves Bar1
+    Tree fromTree = Tree::Twice;
 };
 
 struct ScreenProfile {
@@ -126,6 +131,8 @@ struct ScreenProfile {
     const SearchForms* searchForms = nullptr;  // null: the reference screen's
     VenueCopy venueCopy;
     std::vector<ExtraControl> extras;
+    // The work tables PreparaStampa empties before PreparaDati, in order.
+    std::vector<const char*> emptiedBeforeRun;
 
     // How a run behaves: the causali checked before it, the hourglass while
     // it runs, "Nessun dato da stampare" on a count of 0, and the pointer put

@@ -103,14 +103,21 @@ void FilterScreen::CmdElenco_Click() {
 
 // With "Tutti i locali" every venue (not suspended, unless chkSospesi) is
 // taken and the tree is not read; otherwise each ticked venue, one statement
-// each, goes into AnagraficaLocali_Tmp twice (the reports select DISTINCT).
+// each, goes in as the profile says (most reports select DISTINCT, so twice
+// does no harm). A screen without a work table here takes nothing at all with
+// "Tutti i locali": its report branches on ChkTutti itself.
 db::RecordsetPtr FilterScreen::PreparaLocali() {
     const bool sospesi = chkSospesi && chkSospesi->isChecked();
+    const bool selectionOnly = profile_.venueCopy.fromTree == VenueCopy::Tree::SelectionOnly;
+    const bool tutti = !ChkTutti || ChkTutti->isChecked();
+    if (selectionOnly && tutti) return nullptr;
     host().Execute(u"DELETE * FROM AnagraficaLocali_Tmp"_s);
-    db::RecordsetPtr workTable = workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
+    db::RecordsetPtr workTable =
+        selectionOnly ? nullptr
+                      : workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
     db::RecordsetPtr selection = host().OpenRecordset(u"SELECT * FROM AnagraficaLocali_Tmp"_s);
 
-    if (!ChkTutti || ChkTutti->isChecked()) {
+    if (tutti) {
         db::RecordsetPtr venues = host().OpenRecordset(
             u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s));
         workdb::CopiaTabella(venueColumns(), *venues, *workTable, 0);
@@ -127,23 +134,39 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
             Bar1->setValue(++visited);
             const QString key = KeyedTree::keyOf(node);
             if (KeyedTree::isTicked(node) && key.size() > 1)
-                copyTickedVenue(key.mid(1), sospesi, *workTable, *selection);
+                copyTickedVenue(key.mid(1), sospesi, workTable.get(), *selection);
         }
     }
+    if (selectionOnly) return selection;
     return workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
 }
 
 // A venue the statement does not find (suspended since the search) fails at
-// the move to its first row, to the caller's handler.
-void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset& workTable,
+// the move to its first row, to the caller's handler, except where it is
+// copied only when found.
+void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset* workTable,
                                    db::Recordset& selection) {
     db::RecordsetPtr venue =
         host().OpenRecordset(u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code +
                              u"' "_s + (sospesi ? QString() : u"AND Sospeso=0"_s));
-    workdb::CopiaTabella(venueColumns(), *venue, workTable, 0);
+    switch (profile_.venueCopy.fromTree) {
+        case VenueCopy::Tree::SelectionOnly:
+            workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+            return;
+        case VenueCopy::Tree::OnceWithBar:
+            venue->MoveFirst();
+            workdb::CopiaRecordset(Bar1, venueColumns(), *venue, *workTable, 0);
+            venue->MoveFirst();
+            workdb::CopiaRecordset(Bar1, venueColumns(), *venue, selection, 0);
+            return;
+        case VenueCopy::Tree::Twice:
+        case VenueCopy::Tree::Once:
+            break;
+    }
+    workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
     venue->MoveFirst();
     workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
-    if (profile_.venueCopy.twiceFromTree && venue->RecordCount() > 0) {
+    if (profile_.venueCopy.fromTree == VenueCopy::Tree::Twice && venue->RecordCount() > 0) {
         venue->MoveFirst();
         workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
     }

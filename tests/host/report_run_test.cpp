@@ -137,5 +137,96 @@ TEST_F(ReportRun, TheTakingsGrandTotalIsTheSumOfTheNotes) {
     EXPECT_EQ(cents(total.captured(1)), expected);
 }
 
+// The figure of a machine report's grand total row that a plain SQL statement
+// on the main database gives too.
+struct MachineRow {
+    const char* code;
+    QStringList actions;
+    const char* total;  // the pattern of the figure on the grand total row of the PDF
+    QString sql;        // the same figure, to two decimals
+};
+
+class MachineReportRun : public ReportRun, public ::testing::WithParamInterface<MachineRow> {};
+
+// The levels of the last note of causale `causale` of every board of a venue
+// not suspended, summed.
+QString lastNotes(const QString& causale, const QString& extra = {}) {
+    return u"SELECT Round(Sum(Nz(ni.LivelloH1, 0) + Nz(ni.LivelloH2, 0) + Nz(ni.Livelloh3, 0)), "
+           u"2) FROM NoteIncassi ni INNER JOIN NoteTeste nt ON nt.id = ni.IdTesta WHERE "
+           u"nt.CodCausale = '%1' AND ni.DataIncasso = (SELECT Max(n2.DataIncasso) FROM "
+           u"NoteIncassi n2 INNER JOIN NoteTeste t2 ON t2.id = n2.IdTesta WHERE t2.CodCausale = "
+           u"'%1' AND n2.LinkScheda = ni.LinkScheda) AND ni.LinkScheda IN (SELECT id FROM "
+           u"MagSchede WHERE CodLocale IN (SELECT CodLocale FROM AnagraficaLocali WHERE Sospeso "
+           u"= 0))%2"_s.arg(causale, extra);
+}
+
+TEST_P(MachineReportRun, TheGrandTotalIsThatOfTheMainDatabaseInPdfAndWorkbook) {
+    const MachineRow& row = GetParam();
+    QStringList pdfArgs{u"run"_s,        QString::fromLatin1(row.code),
+                        u"--percorso"_s, installation(),
+                        u"--today"_s,    u"30/04/2025"_s};
+    pdfArgs << row.actions << u"pick"_s << u"List1=0"_s << u"click"_s;
+    QStringList xlsArgs = pdfArgs;
+    const auto exported = [&](QStringList args, const char* button) {
+        const ProcessResult run = lorvane(args << QString::fromLatin1(button));
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+        return QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+            .match(run.out)
+            .captured(1);
+    };
+    const QString text =
+        runProgram(u"pdftotext"_s, {u"-layout"_s, exported(pdfArgs, "CmdPdf"), u"-"_s}).out;
+    const QRegularExpressionMatch total =
+        QRegularExpression(u"Totale generale"_s + QString::fromLatin1(row.total)).match(text);
+    ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
+
+    const ProcessResult sum = lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s, row.sql});
+    // Both as "1234.50".
+    const QString expected = QString::number(
+        sum.out.trimmed().section(u'\n', -1).remove(u'"').replace(u',', u'.').toDouble(), 'f', 2);
+    EXPECT_NE(expected, u"0.00"_s) << sum.out.toStdString() << sum.err.toStdString();
+    EXPECT_EQ(total.captured(1).remove(u'.').replace(u',', u'.'), expected);
+
+    // The last number of the workbook's grand total row.
+    const char* lastFigure =
+        "import sys, xlrd\n"
+        "s = xlrd.open_workbook(sys.argv[1]).sheet_by_index(0)\n"
+        "for r in range(s.nrows):\n"
+        "    if 'Totale generale' in [str(v) for v in s.row_values(r)]:\n"
+        "        print('%.2f' % [c.value for c in s.row(r) if c.ctype == "
+        "xlrd.XL_CELL_NUMBER][-1])\n";
+    const QString figure =
+        runProgram(u"/usr/bin/python3"_s,
+                   {u"-c"_s, QString::fromUtf8(lastFigure), exported(xlsArgs, "CmdExportExcel")})
+            .out.trimmed();
+    EXPECT_EQ(figure, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Machines, MachineReportRun,
+    ::testing::Values(
+        MachineRow{"PercPagamentoG",
+                   {u"set"_s, u"txtDallaData=01/04/2025"_s},
+                   "\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+(\\d+,\\d\\d)",
+                   u"SELECT Round(100 * Sum(CnTotOut * MoltiplicatoreOut) / Sum(CnTotIN * "
+                   "MoltiplicatoreIN), 2) FROM MagSchede WHERE Obsoleto = 0 AND Venduto = 0 AND "
+                   "Dismesso = 0 AND TipologiaIncasso = 6 AND UltimoIncasso >= #04/01/2025# AND "
+                   "UltimoIncasso <= #04/30/2025# AND CodLocale IS NOT NULL"_s},
+        MachineRow{"PercPagamentoP",
+                   {u"set"_s, u"txtDallaData=01/02/2025"_s, u"set"_s, u"txtAllaData=31/03/2025"_s},
+                   "\\s+[\\d.]+\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+(\\d+,\\d\\d)",
+                   u"SELECT Round(100 * Sum(ni.ParzialeOut) / Sum(ni.ParzialeIn), 2) FROM "
+                   "NoteIncassi ni INNER JOIN NoteTeste nt ON nt.id = ni.IdTesta WHERE "
+                   "ni.DataIncasso >= #02/01/2025# AND ni.DataIncasso <= #03/31/2025# AND "
+                   "nt.CodCausale = 'INC6'"_s},
+        MachineRow{
+            "SaldiHopper", {}, "(?:\\s+[\\d.]+,\\d\\d){3}\\s+([\\d.]+,\\d\\d)", lastNotes(u"CH"_s)},
+        MachineRow{"SaldiCambiamonete",
+                   {u"set"_s, u"txtData=15/04/2025"_s},
+                   "(?:\\s+[\\d.]+,\\d\\d){3}\\s+([\\d.]+,\\d\\d)",
+                   lastNotes(u"CAM"_s, u" AND ni.DataIncasso <= #04/15/2025#"_s)}),
+    [](const ::testing::TestParamInfo<MachineRow>& info) { return std::string(info.param.code); });
+
 }  // namespace
 }  // namespace lorvane

@@ -8,33 +8,8 @@ using namespace Qt::StringLiterals;
 using screens::DateRule;
 using screens::ExtraControl;
 using screens::ScreenProfile;
-using screens::TreeReset;
 
 namespace {
-
-ScreenProfile percPagamentoGProfile() {
-    ScreenProfile profile = screens::standardProfile(u"Stampa percentuali di pagamento Globali"_s);
-    profile.extras = {{ExtraControl::CheckBox, "chkVisMag",
-                       u"Visualizza anche apparecchi a magazzino"_s, ExtraControl::Criteria,
-                       screens::keep(), screens::text(u"1"_s)}};
-    return profile;
-}
-
-ScreenProfile hopperProfile() {
-    ScreenProfile profile = screens::standardProfile(u"Stampa situazione hopper"_s);
-    profile.dallaOnOpen = profile.allaOnOpen = DateRule::Missing;
-    profile.dallaOnReset = profile.allaOnReset = DateRule::Missing;
-    return profile;
-}
-
-ScreenProfile cambiamoneteProfile() {
-    ScreenProfile profile = hopperProfile();
-    profile.titolo = u"Stampa situazione cambiamonete"_s;
-    profile.treeOnReset = TreeReset::EmptiedWithRoot;
-    profile.extras = {{ExtraControl::DatePicker, "txtData", u"Alla Data"_s, ExtraControl::Criteria,
-                       screens::dateBy(DateRule::Today), screens::dateBy(DateRule::Today)}};
-    return profile;
-}
 
 ScreenProfile accontiRefillProfile() {
     const bool refill =
@@ -67,11 +42,6 @@ ScreenProfile differenzaPreuProfile() {
 
 FrmStampaIntrodottoDistinta::FrmStampaIntrodottoDistinta()
     : FilterScreen(screens::standardProfile(u"Stampa introdotto su distinte"_s)) {}
-FrmPercPagamentoG::FrmPercPagamentoG() : FilterScreen(percPagamentoGProfile()) {}
-FrmPercPagamentoP::FrmPercPagamentoP()
-    : FilterScreen(screens::standardProfile(u"Stampa percentuali di pagamento Parziali"_s)) {}
-FrmStampaHopper::FrmStampaHopper() : FilterScreen(hopperProfile()) {}
-FrmStampaCambiamonete::FrmStampaCambiamonete() : FilterScreen(cambiamoneteProfile()) {}
 FrmStampaAccontiRefill::FrmStampaAccontiRefill() : FilterScreen(accontiRefillProfile()) {}
 FrmStampaDifferenzaPreu::FrmStampaDifferenzaPreu() : FilterScreen(differenzaPreuProfile()) {}
 

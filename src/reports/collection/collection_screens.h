@@ -1,5 +1,6 @@
 // The screens of the collection reports: what the machines took in and hold.
-// The takings for a period have a unit of their own (frm_stampa_introdotto).
+// The takings for a period have a unit of their own (frm_stampa_introdotto),
+// and so have the machine reports (macchine_screens).
 #pragma once
 
 #include "screens/filter_screen.h"
@@ -9,26 +10,6 @@ namespace lorvane::reports {
 class FrmStampaIntrodottoDistinta final : public screens::FilterScreen {
   public:
     FrmStampaIntrodottoDistinta();
-};
-
-class FrmPercPagamentoG final : public screens::FilterScreen {
-  public:
-    FrmPercPagamentoG();
-};
-
-class FrmPercPagamentoP final : public screens::FilterScreen {
-  public:
-    FrmPercPagamentoP();
-};
-
-class FrmStampaHopper final : public screens::FilterScreen {
-  public:
-    FrmStampaHopper();
-};
-
-class FrmStampaCambiamonete final : public screens::FilterScreen {
-  public:
-    FrmStampaCambiamonete();
 };
 
 // One screen for two reports: its title follows the module's report code.

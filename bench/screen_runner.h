@@ -1,0 +1,48 @@
+// A report screen driven as "lorvane run" drives it, on an installation's
+// reference host, for the benchmarks: the actions, the preparation timed
+// alone, the whole PDF run timed, and what the user saw.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "host/cli_run.h"
+
+namespace lorvane::screens {
+class FilterScreen;
+}
+
+namespace lorvane::bench {
+
+class ScreenRunner {
+  public:
+    explicit ScreenRunner(const QString& installation);
+    ~ScreenRunner();
+    ScreenRunner(const ScreenRunner&) = delete;
+    ScreenRunner& operator=(const ScreenRunner&) = delete;
+
+    // A fresh screen of `code`, the first layout of the standard list chosen.
+    void open(const QString& code);
+    // One action on the screen; a refused action ends the benchmark.
+    void act(host::ScreenAction::Kind kind, const QString& control, const QString& value = {});
+    // The venues ticked in the tree.
+    QStringList tickedVenues() const;
+
+    // Seconds of PreparaStampa alone; a failure is kept in `failure`.
+    double prepare();
+    // Seconds of a click on CmdPdf: the preparation, the layout, the PDF.
+    double runPdf();
+
+    // What the user saw during the last run: the messages and the files opened.
+    QStringList messages, files;
+    QString failure;
+    qint16 rows = 0;
+
+  private:
+    screens::FilterScreen* screen_ = nullptr;
+};
+
+// True when the last run wrote a PDF and showed nothing else.
+bool pdfWritten(const ScreenRunner& runner);
+
+}  // namespace lorvane::bench

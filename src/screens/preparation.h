@@ -1,0 +1,21 @@
+// Steps that many preparations share: a statement of the main database copied
+// into a work table with its count, and the one-line heading row.
+#pragma once
+
+#include <QString>
+
+class QProgressBar;
+
+namespace lorvane::screens {
+
+// Opens `sql` through the host and copies its rows into the work table
+// `table` with the columns `colonne`: through CopiaRecordset moving `barra`,
+// or CopiaTabella when it is null. Gives the number of rows of the source as
+// the 16-bit count of a run (RuntimeError "Overflow" beyond 32767).
+qint16 copiaDalPrincipale(const QString& sql, const QString& table, const char* colonne,
+                          QProgressBar* barra = nullptr);
+
+// Adds the heading row of Parametri with its field Parametri set to `testo`.
+void scriviParametri(const QString& testo);
+
+}  // namespace lorvane::screens
