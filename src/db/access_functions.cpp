@@ -287,6 +287,15 @@ int compareFoldedUtf8(const char* a, int aLength, const char* b, int bLength) {
     auto* q = reinterpret_cast<const unsigned char*>(b);
     const auto* pEnd = p + aLength;
     const auto* qEnd = q + bLength;
+    // Plain ASCII, the common case, compares byte by byte; the first other
+    // byte goes on through the code points from where it stands.
+    while (p < pEnd && q < qEnd && (*p | *q) < 0x80) {
+        const unsigned char x = *p >= 'A' && *p <= 'Z' ? *p + 32 : *p;
+        const unsigned char y = *q >= 'A' && *q <= 'Z' ? *q + 32 : *q;
+        if (x != y) return x < y ? -1 : 1;
+        ++p;
+        ++q;
+    }
     while (p < pEnd && q < qEnd) {
         const char32_t x = fold(nextCodePoint(p, pEnd));
         const char32_t y = fold(nextCodePoint(q, qEnd));

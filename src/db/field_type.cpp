@@ -244,6 +244,17 @@ Variant variantFromSqlite(sqlite3_value* value, int code) {
 
 Variant convertForField(const Variant& value, const FieldType& type, const QString& fieldName) {
     if (value.isNull() || value.isEmpty()) return Variant::null();
+    // A value already of the field's own kind, as a copy between like columns
+    // gives, is kept as it is (only text still has its length checked).
+    const VarType kind = value.type();
+    const bool alreadyFits = (kind == VarType::Boolean && type.code == DataType::Boolean) ||
+                             (kind == VarType::Integer && type.code == DataType::SmallInt) ||
+                             (kind == VarType::Long && type.code == DataType::Integer) ||
+                             (kind == VarType::Double &&
+                              (type.code == DataType::Double || type.code == DataType::Single)) ||
+                             (kind == VarType::Currency && type.code == DataType::Currency) ||
+                             (kind == VarType::Date && type.code == DataType::Date);
+    if (alreadyFits) return value;
     try {
         switch (type.code) {
             case DataType::Boolean:

@@ -142,11 +142,30 @@ void Recordset::Open(const QString& accessSql, Connection& connection) {
         return !field.originColumn_.isEmpty();
     });
     if (withRowId && writable) table_ = translated.updatableTable;
+    if (!table_.isEmpty()) counterField_ = counterFieldOf(statement, columns);
 
     store_ = std::make_unique<RowStore>(columns);
     readRows(statement, withRowId);
     pending_.assign(size_t(columns), std::nullopt);
     open_ = true;
+}
+
+// The field that writes the table's counter: the row id read last takes the
+// name of the column it stands for when the table has one (an INTEGER
+// PRIMARY KEY), and "rowid" when it has none.
+int Recordset::counterFieldOf(sqlite3_stmt* statement, int rowIdColumn) const {
+    const char* origin = sqlite3_column_origin_name(statement, rowIdColumn);
+    if (!origin) return -1;
+    const QString column = QString::fromUtf8(origin);
+    for (int i = 0; i < int(fields_.size()); ++i) {
+        const Field& field = fields_[size_t(i)];
+        if (field.type_.code == DataType::Integer &&
+            field.originColumn_.compare(column, Qt::CaseInsensitive) == 0 &&
+            column.compare(u"rowid"_s, Qt::CaseInsensitive) != 0) {
+            return i;
+        }
+    }
+    return -1;
 }
 
 void Recordset::readRows(sqlite3_stmt* statement, bool withRowId) {
@@ -252,6 +271,8 @@ void Recordset::resetState() {
     insertedFields_.clear();
     insertSql_.clear();
     readBackSql_.clear();
+    counterField_ = -1;
+    counterFromRowId_ = false;
     store_.reset();
     rowIds_.clear();
     filterText_.clear();
@@ -521,17 +542,23 @@ void Recordset::insertPending() {
             insertSql_ += u" ("_s + columns.join(u',') + u") VALUES (?"_s +
                           u",?"_s.repeated(columns.size() - 1) + u')';
         }
-        QStringList others, omitted;
+        // The counter left out is the row id the INSERT gives; only the
+        // other columns the file may fill call for reading the row back.
+        QStringList others, omitted, omittedBesidesCounter;
         for (const int i : unassigned) {
             const QString& column = fields_[size_t(i)].originColumn_;
             others << (column.isEmpty() ? u"NULL"_s : quoteName(column));
-            if (!column.isEmpty()) omitted << column;
+            if (column.isEmpty()) continue;
+            omitted << column;
+            if (i != counterField_) omittedBesidesCounter << column;
         }
-        readBackSql_ =
-            omitted.isEmpty() || !filledByTheDatabase(session_->handle(), table_, omitted)
-                ? QString()
-                : u"SELECT "_s + others.join(u',') + u" FROM "_s + quoteName(table_) +
-                      u" WHERE rowid=?"_s;
+        const bool readsBack = !omitted.isEmpty() && filledByTheDatabase(session_->handle(), table_,
+                                                                         omittedBesidesCounter);
+        readBackSql_ = readsBack ? u"SELECT "_s + others.join(u',') + u" FROM "_s +
+                                       quoteName(table_) + u" WHERE rowid=?"_s
+                                 : QString();
+        counterFromRowId_ =
+            !readsBack && counterField_ >= 0 && !assignedFields[size_t(counterField_)];
         insertedFields_ = std::move(assignedFields);
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.
@@ -555,8 +582,14 @@ void Recordset::insertPending() {
         viewedRow_ = -1;
         throw;
     }
-    rowIds_.push_back(sqlite3_last_insert_rowid(session_->handle()));
-    if (!readBackSql_.isEmpty()) readBack(row, unassigned);
+    const qint64 rowId = sqlite3_last_insert_rowid(session_->handle());
+    rowIds_.push_back(rowId);
+    if (!readBackSql_.isEmpty()) {
+        readBack(row, unassigned);
+    } else if (counterFromRowId_) {
+        store_->replaceCell(row, counterField_, Variant::fromInt64(rowId));
+        viewedRow_ = -1;
+    }
     attachNewRow(row);
 }
 

@@ -142,6 +142,7 @@ class Recordset {
     void assign(int column, const Variant& value);
     void appendCell(RowStore::Writer& writer, sqlite3_value* value, int column);
     void readRows(sqlite3_stmt* statement, bool withRowId);
+    int counterFieldOf(sqlite3_stmt* statement, int rowIdColumn) const;
     HashIndex& indexFor(int column);
     void insertPending();
     void updatePending();
@@ -180,7 +181,14 @@ class Recordset {
     // that reads back the others: a copy adds every row with the same fields.
     std::vector<bool> insertedFields_;
     QString insertSql_;
-    QString readBackSql_;  // empty when the row gave every field
+    // Empty when the file fills none of the fields the row left out, or none
+    // but the counter (given back from the row id).
+    QString readBackSql_;
+    // The field that reads the table's counter (its INTEGER PRIMARY KEY, the
+    // row id under its own name), -1 when none; an added row that leaves it
+    // out takes the row id the INSERT gave, without reading the row back.
+    int counterField_ = -1;
+    bool counterFromRowId_ = false;
 
     mutable int viewedRow_ = -1;
     mutable RowStore::RowView rowView_;

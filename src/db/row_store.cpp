@@ -236,12 +236,13 @@ const unsigned char* RowStore::store(const std::string& bytes) {
     const size_t size = size_t(bytes.size());
     unsigned char* target = nullptr;
     if (size > BlockSize / 4) {  // a large row gets a block of its own
-        largeRows_.push_back(std::make_unique<unsigned char[]>(size));
+        largeRows_.push_back(std::make_unique_for_overwrite<unsigned char[]>(size));
         reserved_ += size;
         target = largeRows_.back().get();
     } else {
         if (blockUsed_ + size > BlockSize) {
-            blocks_.push_back(std::make_unique<unsigned char[]>(BlockSize));
+            // Not cleared first: every byte is written before it is read.
+            blocks_.push_back(std::make_unique_for_overwrite<unsigned char[]>(BlockSize));
             reserved_ += BlockSize;
             blockUsed_ = 0;
         }
@@ -258,6 +259,23 @@ int RowStore::append(const Writer& writer) {
 }
 
 void RowStore::replace(int row, const Writer& writer) { rows_[size_t(row)] = store(writer.bytes_); }
+
+void RowStore::replaceCell(int row, int column, const Variant& value) {
+    const unsigned char* const begin = rows_[size_t(row)];
+    const unsigned char* at = begin;
+    for (int i = 0; i < column; ++i)
+        skipCell(at);
+    const unsigned char* end = at;
+    for (int i = column; i < columns_; ++i)
+        skipCell(end);
+    const unsigned char* after = at;
+    skipCell(after);
+    std::string& bytes = writer().bytes_;
+    bytes.assign(reinterpret_cast<const char*>(begin), size_t(at - begin));
+    writer_.addVariant(value);
+    bytes.append(reinterpret_cast<const char*>(after), size_t(end - after));
+    rows_[size_t(row)] = store(bytes);
+}
 
 void RowStore::view(int row, RowView* out) const {
     out->cells_.resize(size_t(columns_));

@@ -63,6 +63,8 @@ class RowStore {
     int append(const Writer& writer);
     // Stores the row in `writer` in place of row `row`.
     void replace(int row, const Writer& writer);
+    // Stores row `row` again with `value` in cell `column`.
+    void replaceCell(int row, int column, const Variant& value);
     // Forgets the last row (its bytes stay until the store goes).
     void removeLast() { rows_.pop_back(); }
 

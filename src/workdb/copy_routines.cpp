@@ -122,6 +122,7 @@ void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& 
         // into the body (the statement after it), and a filter that fails leaves
         // the one in force, against which the count is tested.
         int passesInPlace = 0;
+        int passes = 0, stepsNotShown = 0, shownPercent = 0;
         for (;;) {
             bool atEnd = false;
             showErrorAndGoOn([&] { atEnd = origine.Eof(); });
@@ -138,7 +139,16 @@ void CopiaRecordset(QProgressBar* barra, const QString& colonne, db::Recordset& 
                 addRow(names, origine, destinazione);
             }
             const bool moved = showErrorAndGoOn([&] { origine.MoveNext(); });
-            if (barra) barra->setValue(barra->value() + 1);
+            // The bar moves when the percentage it shows changes, and at the
+            // last row: setting it on every row redraws its text every time.
+            ++passes;
+            ++stepsNotShown;
+            const int percent = int(qint64(passes) * 100 / count);
+            if (barra && (percent != shownPercent || passes == count)) {
+                barra->setValue(barra->value() + stepsNotShown);
+                stepsNotShown = 0;
+                shownPercent = percent;
+            }
             platform::letEventsThrough();
             // Guard: a source that can no longer move (closed while events ran)
             // would keep this order going for ever, a message on every pass.

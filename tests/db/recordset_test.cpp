@@ -272,24 +272,66 @@ TEST_F(RecordsetTest, OpenedThroughACommand) {
     EXPECT_TRUE(recordset.IsUpdatable());
 }
 
-// A column the row left out is read back where the file can fill it (the
-// counter and the default above, a trigger here) and is Null elsewhere.
-TEST_F(RecordsetTest, ALeftOutColumnIsWhatTheFileMadeOfIt) {
-    file.query("CREATE TABLE Piana (Codice TEXT, Nota TEXT)");
-    file.query("CREATE TABLE Firmata (Codice TEXT, Nota TEXT)");
+// A column the row left out is what the file made of it: Null where nothing
+// fills it, a trigger's value, the counter's number (the row id under the
+// key's own name, whatever the statement calls it), and Null for a key that
+// only looks like a counter (a DESC key is not the row id).
+struct LeftOutCase {
+    const char* name;
+    const char* table;
+    const char* trigger;
+    const char* select;
+    const char* expected;  // "Numero|Nota" of the added row
+};
+
+const LeftOutCase leftOutCases[] = {
+    {"NothingFillsIt", "Piana (Numero INTEGER, Codice TEXT, Nota TEXT)", nullptr,
+     "SELECT * FROM Piana", "NULL|NULL"},
+    {"ATrigger", "Firmata (Numero INTEGER PRIMARY KEY, Codice TEXT, Nota TEXT)",
+     "CREATE TRIGGER Firma AFTER INSERT ON Firmata BEGIN UPDATE Firmata SET Nota = "
+     "'dal trigger ' || new.Numero WHERE rowid = new.rowid; END",
+     "SELECT * FROM Firmata", "42|dal trigger 42"},
+    {"TheCounter", "Contata (Numero INTEGER PRIMARY KEY AUTOINCREMENT, Codice TEXT, Nota TEXT)",
+     nullptr, "SELECT * FROM Contata", "42|NULL"},
+    {"TheCounterRenamed", "Rinominata (id INTEGER PRIMARY KEY, Codice TEXT, Nota TEXT)", nullptr,
+     "SELECT Nota, id AS Numero, Codice FROM Rinominata", "42|NULL"},
+    {"ADescendingKey", "Discendente (Numero INTEGER PRIMARY KEY DESC, Codice TEXT, Nota TEXT)",
+     nullptr, "SELECT * FROM Discendente", "NULL|NULL"},
+};
+
+class RecordsetLeftOut : public RecordsetTest, public ::testing::WithParamInterface<LeftOutCase> {};
+
+TEST_P(RecordsetLeftOut, IsWhatTheFileMadeOfIt) {
+    const LeftOutCase& c = GetParam();
+    file.query((QByteArray("CREATE TABLE ") + c.table).constData());
+    if (c.trigger) file.query(c.trigger);
+    const QString table = QString::fromLatin1(c.table).section(u' ', 0, 0);
+    // A row put in first, so that the next row id is 42 where there is one.
     file.query(
-        "CREATE TRIGGER Firma AFTER INSERT ON Firmata BEGIN UPDATE Firmata SET Nota = "
-        "'dal trigger' WHERE rowid = new.rowid; END");
-    for (const auto& [table, nota] :
-         {std::pair{u"Piana"_s, u"NULL"_s}, std::pair{u"Firmata"_s, u"dal trigger"_s}}) {
-        RecordsetPtr recordset = open(u"SELECT * FROM "_s + table);
+        u"INSERT INTO %1 (rowid, Codice) VALUES (41, 'Z')"_s.arg(table).toUtf8().constData());
+    RecordsetPtr recordset = open(QString::fromLatin1(c.select));
+    for (int row = 0; row < 2; ++row) {  // the second row goes the way the first set up
         recordset->AddNew();
         recordset->Fields(u"Codice"_s) = u"A"_s;
         recordset->Update();
-        const Variant value = recordset->Fields(u"Nota"_s).Value();
-        EXPECT_EQ(value.isNull() ? u"NULL"_s : value.text(), nota) << table.toStdString();
+    }
+    recordset->SetAbsolutePosition(2);
+    const auto shown = [](const Variant& value) {
+        return value.isNull() ? u"NULL"_s : value.text();
+    };
+    EXPECT_EQ(shown(recordset->Fields(u"Numero"_s).Value()) + u'|' +
+                  shown(recordset->Fields(u"Nota"_s).Value()),
+              QString::fromLatin1(c.expected));
+    if (QByteArray(c.expected).startsWith("42|NULL")) {
+        EXPECT_EQ(recordset->Fields(u"Numero"_s).Value().type(), VarType::Long);
+        recordset->MoveNext();
+        EXPECT_EQ(recordset->Fields(u"Numero"_s).Value().text(), u"43"_s);
+        EXPECT_EQ(recordset->Fields(u"Codice"_s).Value().text(), u"A"_s);
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Columns, RecordsetLeftOut, ::testing::ValuesIn(leftOutCases),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(RecordsetTest, FilterFollowsAddedRowsSoDuplicateKeysAreCaught) {
     RecordsetPtr source = open(u"SELECT * FROM Note WHERE id IN (1, 3)"_s);
