@@ -521,8 +521,13 @@ void Recordset::UpdateBatch(int affect) {
 }
 
 void Recordset::insertPending() {
-    std::vector<bool> assignedFields(fields_.size());
-    std::vector<int> assigned, unassigned;
+    // Kept between rows, so that a loop of additions allocates nothing here.
+    std::vector<bool>& assignedFields = insertScratch_.assignedFields;
+    std::vector<int>& assigned = insertScratch_.assigned;
+    std::vector<int>& unassigned = insertScratch_.unassigned;
+    assignedFields.assign(fields_.size(), false);
+    assigned.clear();
+    unassigned.clear();
     for (int i = 0; i < int(fields_.size()); ++i) {
         if (pending_[size_t(i)]) {
             assignedFields[size_t(i)] = true;
@@ -559,20 +564,20 @@ void Recordset::insertPending() {
                                  : QString();
         counterFromRowId_ =
             !readsBack && counterField_ >= 0 && !assignedFields[size_t(counterField_)];
-        insertedFields_ = std::move(assignedFields);
+        insertedFields_ = assignedFields;
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.
     // A counter the row id gives is written as the id the table will most
     // likely give, the last one plus one, and written again only when the
     // database gave another.
-    const std::optional<qint64> likelyId =
-        counterFromRowId_ && !rowIds_.empty() ? std::optional(rowIds_.back() + 1) : std::nullopt;
+    const bool guessesId = counterFromRowId_ && !rowIds_.empty();
+    const qint64 likelyId = guessesId ? rowIds_.back() + 1 : 0;
     RowStore::Writer& writer = store_->writer();
     for (int i = 0; i < int(pending_.size()); ++i) {
         if (const std::optional<Variant>& value = pending_[size_t(i)]; value) {
             writer.addVariant(*value);
-        } else if (i == counterField_ && likelyId) {
-            writer.addVariant(Variant::fromInt64(*likelyId));
+        } else if (i == counterField_ && guessesId) {
+            writer.addVariant(Variant::fromInt64(likelyId));
         } else {
             writer.addNull();
         }
@@ -580,8 +585,16 @@ void Recordset::insertPending() {
     const int row = store_->append(writer);
     session_->beginWrites();
     sqlite3_stmt* insert = session_->prepare(insertSql_, source_);
-    for (int i = 0; i < int(assigned.size()); ++i)
-        bindCell(insert, i + 1, row, assigned[size_t(i)]);
+    // A text is bound from the row's bytes; any other value as it stands.
+    for (int i = 0; i < int(assigned.size()); ++i) {
+        const int column = assigned[size_t(i)];
+        const Variant& value = *pending_[size_t(column)];
+        if (value.type() == VarType::String) {
+            bindCell(insert, i + 1, row, column);
+        } else {
+            bindVariant(insert, i + 1, value);
+        }
+    }
     try {
         session_->run(insert, source_);
     } catch (...) {
@@ -593,7 +606,7 @@ void Recordset::insertPending() {
     rowIds_.push_back(rowId);
     if (!readBackSql_.isEmpty()) {
         readBack(row, unassigned);
-    } else if (counterFromRowId_ && rowId != likelyId) {
+    } else if (counterFromRowId_ && !(guessesId && rowId == likelyId)) {
         store_->replaceCell(row, counterField_, Variant::fromInt64(rowId));
         viewedRow_ = -1;
     }

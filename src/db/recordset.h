@@ -180,6 +180,10 @@ class Recordset {
     // The INSERT of the last added row, which fields it wrote, and the SELECT
     // that reads back the others: a copy adds every row with the same fields.
     std::vector<bool> insertedFields_;
+    struct {
+        std::vector<bool> assignedFields;
+        std::vector<int> assigned, unassigned;
+    } insertScratch_;
     QString insertSql_;
     // Empty when the file fills none of the fields the row left out, or none
     // but the counter (given back from the row id).
