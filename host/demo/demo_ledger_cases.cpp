@@ -26,8 +26,10 @@ void caseVenues(Database& db, const QString& since) {
     for (const auto& v : venues) {
         exec(db,
              u"INSERT INTO AnagraficaLocali (CodLocale, Insegna, Citta, Provincia, CodZona, "
-             u"codEsattore, codAgente, CodiceAzienda, Sospeso, CodiceConto, idData) SELECT "
-             u"'%1', '%2', Citta, Provincia, CodZona, codEsattore, codAgente, CodiceAzienda, "
+             u"codEsattore, codAgente, codTitolare, CodiceAzienda, Sospeso, CodiceConto, idData) "
+             u"SELECT "
+             u"'%1', '%2', Citta, Provincia, CodZona, codEsattore, codAgente, codTitolare, "
+             u"CodiceAzienda, "
              u"-1, '%3', '%4' FROM AnagraficaLocali WHERE id = (SELECT MIN(id) FROM "
              u"AnagraficaLocali)"_s.arg(QLatin1String(v.code),
                                         QString::fromUtf8(v.insegna).replace(u"'"_s, u"''"_s),
