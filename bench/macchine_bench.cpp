@@ -18,7 +18,6 @@
 #include <cstdio>
 
 #include "generated_table.h"
-#include "host/demo/demo_data.h"
 #include "platform/clock.h"
 #include "platform/windows_paths.h"
 #include "screen_runner.h"
@@ -91,17 +90,6 @@ QString partialCounts(const QString& path) {
     return counts;
 }
 
-QString writeInstallation(const QString& folder, int venues, int months) {
-    demo::DemoOptions options;
-    options.venues = venues;
-    options.months = months;
-    options.lastDay = LastDay;
-    const double took = timed([&] { demo::writeDemoInstallation(folder, options); });
-    std::printf("demo installation: %d venues, %d months to %s, written in %.1f s\n", venues,
-                months, qPrintable(LastDay.toString(u"dd/MM/yyyy"_s)), took);
-    return folder;
-}
-
 // A screen of `code` on an installation, ready to prepare over all venues.
 struct Situation {
     Situation(const QString& installation, const QString& code) : runs(installation) {
@@ -125,8 +113,8 @@ int main(int argc, char** argv) {
     qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
     QDir().mkpath(platform::workFolder());
     platform::setToday([] { return LastDay; });
-    const QString year = writeInstallation(folder.filePath(u"anno"_s), venues, 12);
-    const QString half = writeInstallation(folder.filePath(u"semestre"_s), venues, 6);
+    const QString year = writeInstallation(folder.filePath(u"anno"_s), venues, 12, LastDay);
+    const QString half = writeInstallation(folder.filePath(u"semestre"_s), venues, 6, LastDay);
     const QString anchorFile = folder.filePath(u"anchor.mdb"_s);
     const QString workFile = platform::workFolder() + u"/PercParziali.mdb"_s;
     bool ok = true;

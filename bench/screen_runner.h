@@ -3,6 +3,7 @@
 // alone, the whole PDF run timed, and what the user saw.
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -49,6 +50,11 @@ struct ScreenBenchOptions {
     bool check = false;
 };
 ScreenBenchOptions readOptions(const QStringList& arguments);
+
+// Writes a demo installation of `venues` venues and `months` months of notes
+// ending on `lastDay` into `folder`, saying so with the seconds it took;
+// gives `folder`.
+QString writeInstallation(const QString& folder, int venues, int months, const QDate& lastDay);
 
 // True when the last run wrote a PDF and showed nothing else.
 bool pdfWritten(const ScreenRunner& runner);

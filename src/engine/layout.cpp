@@ -104,6 +104,9 @@ class LayoutReader {
                                                                       : "text");
         spec.field = text(object, "field");
         spec.format = text(object, "format");
+        spec.start = text(object, "start");
+        if (!spec.start.isEmpty() && spec.kind != ItemSpec::Kind::Sum)
+            fail(u"\"start\" vale solo per un elemento \"sum\""_s);
         const QString scope = text(object, "scope", u"group"_s);
         const bool pageScope = spec.kind == ItemSpec::Kind::Expr && scope == u"page"_s;
         if (scope != u"group"_s && scope != u"report"_s && !pageScope)

@@ -26,6 +26,9 @@ struct ItemSpec {
                      // printDate, groupValue)
     QString field;   // Field, Sum, Barcode: the column of the query
     QString format;  // Field, Sum, Count, Expr: "dd/MM/yyyy", "#.##0,00", "" for the plain text
+    // Sum: a column whose value in the first row of the scope the running sum
+    // starts from (a balance brought forward); "" to start from 0.
+    QString start;
     std::shared_ptr<const Expression> expression;  // Expr, parsed as the layout is read
     Scope scope = Scope::Group;
     FontSpec font;

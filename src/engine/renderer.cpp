@@ -19,6 +19,9 @@ namespace {
 // The running sums and count of one scope: the report (level 0), a group or a page.
 struct Totals {
     QHash<QString, Variant> sums;  // by field name
+    // The starting values of the running sums that have one, by field name:
+    // read from the scope's first row.
+    QHash<QString, Variant> starts;
     int count = 0;
     std::vector<ExpressionTotals> expressions;  // by the expression's slot
 };
@@ -137,6 +140,8 @@ class Renderer {
                 }
                 if (item.kind == ItemSpec::Kind::Sum)
                     summed_.insert(item.field, fieldIndex_.value(item.field));
+                if (!item.start.isEmpty() && !startFields_.contains(item.start))
+                    startFields_.insert(item.start, index(item.start));
             }
         };
         for (const BandSpec* band : {&layout_.reportHeader, &layout_.pageHeader, &layout_.detail,
@@ -196,6 +201,11 @@ class Renderer {
 
     void accumulate() {
         for (Totals& totals : totals_) {
+            if (totals.count == 0) {
+                for (auto field = startFields_.constBegin(); field != startFields_.constEnd();
+                     ++field)
+                    totals.starts.insert(field.key(), row_[size_t(field.value())]);
+            }
             ++totals.count;
             for (auto field = summed_.constBegin(); field != summed_.constEnd(); ++field) {
                 const Variant& value = row_[size_t(field.value())];
@@ -205,6 +215,16 @@ class Renderer {
             }
             accumulateExpressions(totals);
         }
+    }
+
+    // A running sum started from the value of `start` in the scope's first
+    // row; before that row is summed (a group header), the current row is
+    // that first row. A Null start counts as 0.
+    Variant startedFrom(const QString& start, const Totals& totals, const Variant& sum) const {
+        const Variant first = totals.count > 0 ? totals.starts.value(start)
+                              : row_.empty()   ? Variant()
+                                               : row_[size_t(startFields_.value(start))];
+        return first.isNull() || first.isEmpty() ? sum : first + sum;
     }
 
     void openGroup(int g) {
@@ -346,6 +366,7 @@ class Renderer {
                                     ? Variant(qint32(totals.count))
                                     : totals.sums.value(item.field, Variant(0));
                 if (value.isEmpty()) value = Variant(0);
+                if (!item.start.isEmpty()) value = startedFrom(item.start, totals, value);
                 return text(item, rect, value, formatValue(value, item.format));
             }
             case ItemSpec::Kind::Special:
@@ -488,6 +509,7 @@ class Renderer {
     std::vector<int> groupFields_;
     QHash<QString, int> fieldIndex_;
     QHash<QString, int> summed_;
+    QHash<QString, int> startFields_;  // the columns running sums start from
     std::vector<Variant> row_, lastRow_, groupKeys_;
     std::vector<Totals> totals_;  // the report's, then each group's
     Totals pageTotals_;

@@ -139,6 +139,7 @@ void FilterScreen::Form_Load() {
     output::CaricaElencoStampe(List1, List2);
     if (Tab1) Tab1->setCurrentIndex(0);
     fillLists();
+    RiempiListeProprie();
     fillCausali();
     setOpeningState();
     if (profile_.loadCallsReset) CaricaAlbero();
@@ -187,6 +188,9 @@ void FilterScreen::fillCausali() {
             ListCausali->addRow(rows->Fields(u"CodiceCausale"_s).Value().toString() + u" - "_s +
                                     rows->Fields(u"Descrizione"_s).Value().toString(),
                                 causali->tickedWhenAdded);
+            // The causale's id as the row's item data, for the screens that look it up.
+            ListCausali->item(ListCausali->count() - 1)
+                ->setData(Qt::UserRole, rows->Fields(u"id"_s).Value().toString());
         }
     }
     if (!causali->section) return;
@@ -227,10 +231,16 @@ void FilterScreen::applyValue(const ExtraControl& extra, const ExtraControl::Val
         option->setChecked(value.text == u"1"_s);
     } else if (auto* picker = qobject_cast<QDateEdit*>(control)) {
         picker->setDate(dateOf(value.date));
+    } else if (auto* button = qobject_cast<QPushButton*>(control)) {
+        // A button whose value is "1" is pressed.
+        if (value.text == u"1"_s) button->click();
     } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
         switch (value.rule) {
             case ExtraControl::Value::FirstRow:
-                combo->setCurrentIndex(combo->count() ? 0 : -1);
+                // The first row of an empty combo does not exist: the runtime refuses it.
+                if (combo->count() == 0)
+                    throw RuntimeError(u"Valore della proprietà non valido."_s);
+                combo->setCurrentIndex(0);
                 break;
             case ExtraControl::Value::LastRow:
                 combo->setCurrentIndex(combo->count() - 1);

@@ -88,6 +88,12 @@ class FilterScreen : public QWidget {
     virtual qint16 PreparaDati();
     // Fills the tree from the criteria typed (the venue search).
     virtual void CmdRicerca_Click();
+    // The statement of the venue search: by default the profile's forms over
+    // the frame's criteria.
+    virtual QString sqlRicerca() const;
+    // What a screen fills beyond the profile's lists, right after them and
+    // before the causali.
+    virtual void RiempiListeProprie() {}
     // Adds to the tree the venues picked in the suite's search grid.
     virtual void CmdElenco_Click();
     // Rebuilds AnagraficaLocali_Tmp of the main database and the work table

@@ -42,9 +42,7 @@ void FilterScreen::CmdRicerca_Click() {
     Tree->clearNodes();
     addTreeRoot();
     Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
-    const SearchForms& forms =
-        profile_.searchForms ? *profile_.searchForms : referenceSearchForms();
-    db::RecordsetPtr venues = host().OpenRecordset(sqlRicercaLocali(criteri(), forms));
+    db::RecordsetPtr venues = host().OpenRecordset(sqlRicerca());
     if (venues->RecordCount() > 0) {
         for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
             addVenueNode(*Tree, *venues);
@@ -52,6 +50,11 @@ void FilterScreen::CmdRicerca_Click() {
     venues->Close();
     Tree->EspandiAlbero();
     ChkTutti->setChecked(false);
+}
+
+QString FilterScreen::sqlRicerca() const {
+    return sqlRicercaLocali(criteri(),
+                            profile_.searchForms ? *profile_.searchForms : referenceSearchForms());
 }
 
 // The picks of the grid add to the tree; a venue already there stays once.
@@ -159,14 +162,20 @@ void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Record
             venue->MoveFirst();
             workdb::CopiaRecordset(Bar1, venueColumns(), *venue, selection, 0);
             return;
-        case VenueCopy::Tree::Twice:
         case VenueCopy::Tree::Once:
+            // Into the selection only when found: a venue gone since the search is passed over.
+            workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
+            if (venue->RecordCount() == 0) return;
+            venue->MoveFirst();
+            workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+            return;
+        case VenueCopy::Tree::Twice:
             break;
     }
     workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
     venue->MoveFirst();
     workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
-    if (profile_.venueCopy.fromTree == VenueCopy::Tree::Twice && venue->RecordCount() > 0) {
+    if (venue->RecordCount() > 0) {
         venue->MoveFirst();
         workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
     }

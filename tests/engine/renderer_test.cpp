@@ -209,6 +209,51 @@ TEST_F(RendererTest, ComputedItemsShowTheirScopesTotals) {
     EXPECT_EQ(std::get<TextItem>(footer.items[0]).value.toDouble(), 6.0);
 }
 
+// A running balance: the sum of a column started from another column's value
+// in the first row of its scope, line by line, in the group's header before
+// any line, in its footer, and over the whole report.
+TEST_F(RendererTest, ARunningSumStartsFromTheFirstRowOfItsScope) {
+    QByteArray layout(testing::trialBalanceLayout);
+    const QByteArray running =
+        R"({"type": "sum", "field": "dare", "start": "id", "format": "#.##0,00", "x": 0, "y": 0, "w": 30, "h": 6)";
+    layout.replace(
+        R"({"type": "text", "text": "Mastro", "x": 0, "y": 0, "w": 20, "h": 6, "font": {"bold": true}})",
+        running + "}");
+    layout.replace(R"({"type": "count", "x": 0, "y": 0, "w": 30, "h": 6, "format": "0"})",
+                   running + "}");
+    layout.replace(R"({"type": "field", "field": "Descrizione", "x": 30, "y": 0, "w": 80, "h": 6})",
+                   running + "}");
+    layout.replace(
+        R"({"type": "text", "text": "Totale generale", "x": 0, "y": 0, "w": 60, "h": 6, "font": {"bold": true}})",
+        running + R"(, "scope": "report"})");
+    prepare(6, layout);
+    const PageDocument document = render(loadLayout(layoutPath()), RenderInfo{});
+    ASSERT_EQ(document.pages.size(), 1u);
+    const Page& page = document.pages[0];
+    // 03 starts from id 1, 05 from id 4; dare is 100 * id + 0,25.
+    EXPECT_EQ(textsOf(page, BandKind::GroupHeader), (QStringList{u"1,00|03"_s, u"4,00|05"_s}));
+    QStringList balances;
+    for (const QString& line : textsOf(page, BandKind::Detail))
+        balances << line.section(u'|', 1, 1);
+    EXPECT_EQ(balances, (QStringList{u"101,25"_s, u"301,50"_s, u"601,75"_s, u"404,25"_s,
+                                     u"904,50"_s, u"1.504,75"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::GroupFooter),
+              (QStringList{u"601,75|600,75|6,00"_s, u"1.504,75|1.500,75|15,00"_s}));
+    EXPECT_EQ(textsOf(page, BandKind::ReportFooter), QStringList{u"2.102,50|2.101,50|21,00"_s});
+
+    // Only a sum starts from a value.
+    layout.replace(
+        R"({"type": "field", "field": "CodiceConto", "x": 0, "y": 0, "w": 30, "h": 6})",
+        R"({"type": "field", "field": "CodiceConto", "start": "id", "x": 0, "y": 0, "w": 30, "h": 6})");
+    prepare(6, layout);
+    try {
+        loadLayout(layoutPath());
+        ADD_FAILURE() << "a start on a field was taken";
+    } catch (const RuntimeError& error) {
+        EXPECT_TRUE(error.message().contains(u"\"start\""_s)) << error.message().toStdString();
+    }
+}
+
 TEST_F(RendererTest, AMissingWorkFileIsNamed) {
     prepare(3);
     QFile::remove(work.filePath(u"Prova.mdb"_s));

@@ -255,5 +255,91 @@ INSTANTIATE_TEST_SUITE_P(
                    lastNotes(u"CAM"_s, u" AND ni.DataIncasso <= #04/15/2025#"_s)}),
     [](const ::testing::TestParamInfo<MachineRow>& info) { return std::string(info.param.code); });
 
+// The ledger cards for one venue and one account, and for one account alone:
+// the closing balance printed is the sum of debit less credit of every line
+// of the account up to the last day, whatever lies before the period.
+struct CardRow {
+    const char* code;
+    // The actions that choose the account `account` (and the venue `venue`)
+    // at position `index` of its list.
+    QStringList (*choose)(const QString& venue, const QString& index);
+    const char* account;  // SQL giving the account's code
+};
+
+class LedgerCardRun : public ReportRun, public ::testing::WithParamInterface<CardRow> {
+  protected:
+    QString scalar(const QString& sql) {
+        return lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s, sql})
+            .out.trimmed()
+            .section(u'\n', -1)
+            .remove(u'"');
+    }
+};
+
+TEST_P(LedgerCardRun, TheClosingBalanceIsThatOfEveryLineUpToTheEnd) {
+    const CardRow& row = GetParam();
+    const QString venue =
+        scalar(u"SELECT Min(CodLocale) FROM AnagraficaLocali WHERE Sospeso = 0"_s);
+    const QString account = scalar(QString::fromLatin1(row.account).arg(venue));
+    ASSERT_FALSE(account.isEmpty());
+    // The venue's account among the customer accounts, any account in the chart.
+    const QString index =
+        scalar(QLatin1String(row.code) == QLatin1String("StampaSchedaLocale")
+                   ? u"SELECT Count(*) FROM AnagraficaPianoConti WHERE CodiceConto LIKE '03.%' AND "
+                     u"LivelloConto = 2 AND id < (SELECT id FROM AnagraficaPianoConti WHERE "
+                     u"CodiceConto = '"_s +
+                         account + u"')"_s
+                   : u"SELECT Count(*) FROM AnagraficaPianoConti WHERE CodiceConto < '"_s +
+                         account + u"'"_s);
+    QStringList args{u"run"_s,        QString::fromLatin1(row.code),
+                     u"--percorso"_s, installation(),
+                     u"--today"_s,    u"30/04/2025"_s,
+                     u"set"_s,        u"txtDallaData=01/03/2025"_s,
+                     u"set"_s,        u"txtAllaData=31/03/2025"_s};
+    args << row.choose(venue, index) << u"pick"_s << u"List1=0"_s << u"click"_s << u"CmdPdf"_s;
+    const ProcessResult run = lorvane(args);
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                            .match(run.out)
+                            .captured(1);
+    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QRegularExpressionMatch closing =
+        QRegularExpression(u"Saldo finale\\s+(-?[\\d.]+,\\d\\d)"_s).match(text);
+    ASSERT_TRUE(closing.hasMatch()) << text.toStdString();
+    EXPECT_EQ(text.count(u"Saldo finale"_s), 1) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"Saldo precedente"_s));
+
+    const QString sum = scalar(
+        u"SELECT Round(Sum(Dare) - Sum(Avere), 2) FROM NoteRighe WHERE "
+        u"CodConto = '"_s +
+        account + u"' AND Data <= #03/31/2025#"_s);
+    const QString expected = QString::number(QString(sum).replace(u',', u'.').toDouble(), 'f', 2);
+    EXPECT_EQ(closing.captured(1).remove(u'.').replace(u',', u'.'), expected);
+    // Some of it lies before the period.
+    EXPECT_NE(scalar(u"SELECT Count(*) FROM NoteRighe WHERE CodConto = '"_s + account +
+                     u"' AND Data < #03/01/2025#"_s),
+              u"0"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cards, LedgerCardRun,
+    ::testing::Values(CardRow{"StampaSchedaLocale",
+                              [](const QString& venue, const QString& index) {
+                                  return QStringList{u"click"_s,  u"CmdRicerca"_s,
+                                                     u"untick"_s, u"Tree=A"_s,
+                                                     u"tick"_s,   u"Tree=A"_s + venue,
+                                                     u"pick"_s,   u"cmbCausale="_s + index};
+                              },
+                              "SELECT CodiceConto FROM AnagraficaLocali WHERE CodLocale = '%1'"},
+                      CardRow{"StampaSchedaContab",
+                              [](const QString&, const QString& index) {
+                                  return QStringList{u"pick"_s, u"cmbCodContoDa="_s + index,
+                                                     u"pick"_s, u"cmbCodContoA="_s + index};
+                              },
+                              "SELECT CodiceConto FROM AnagraficaPianoConti WHERE CodiceConto = "
+                              "'01.001' AND '%1' <> ''"}),
+    [](const ::testing::TestParamInfo<CardRow>& info) { return std::string(info.param.code); });
+
 }  // namespace
 }  // namespace lorvane

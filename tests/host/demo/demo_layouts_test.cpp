@@ -129,7 +129,12 @@ TEST_F(DemoLayouts, TemplatesDeclareTheSuitesTablesAsTheMainDatabaseDoes) {
             const QString inMain =
                 rows(installation() + u"/Lorvane.db"_s, columns.arg(table)).join(u' ');
             if (inMain.isEmpty()) continue;  // a table of the report's own
-            EXPECT_EQ(rows(work, columns.arg(table)).join(u' ').toStdString(), inMain.toStdString())
+            // A report may add columns of its own after the suite's (the account
+            // card's lines carry their note's collector).
+            const QString inWork = rows(work, columns.arg(table)).join(u' ');
+            EXPECT_EQ(inWork.left(inMain.size()).toStdString(), inMain.toStdString())
+                << table.toStdString() << " in " << work.toStdString();
+            EXPECT_TRUE(inWork.size() == inMain.size() || inWork.at(inMain.size()) == u' ')
                 << table.toStdString() << " in " << work.toStdString();
             ++shared;
         }

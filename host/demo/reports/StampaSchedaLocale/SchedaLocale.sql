@@ -1,0 +1,10 @@
+-- The work database of the customer card (Report/SchedaLocale.mdb): the
+-- venues, the customer accounts, the lines of the period, the balances
+-- brought forward per venue and account, and the heading row. NoteTeste is
+-- emptied by the screen and never filled.
+-- include Comuni/AnagraficaLocali.sql
+-- include Comuni/AnagraficaPianoConti.sql
+-- include Comuni/NoteRighe.sql
+-- include Comuni/NoteTeste.sql
+-- include Comuni/Parametri.sql
+-- include Comuni/Saldi.sql
