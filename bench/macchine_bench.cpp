@@ -18,7 +18,6 @@
 #include <cstdio>
 
 #include "generated_table.h"
-#include "host/demo/demo_data.h"
 #include "platform/clock.h"
 #include "platform/windows_paths.h"
 #include "screen_runner.h"
@@ -34,8 +33,6 @@ using host::ScreenAction;
 
 const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 1, 1);
-
-const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 
 // The venue filter of the partial report's statements, in SQLite's words.
 QString chosen(bool ticked, const char* column) {
@@ -91,17 +88,6 @@ QString partialCounts(const QString& path) {
     return counts;
 }
 
-QString writeInstallation(const QString& folder, int venues, int months) {
-    demo::DemoOptions options;
-    options.venues = venues;
-    options.months = months;
-    options.lastDay = LastDay;
-    const double took = timed([&] { demo::writeDemoInstallation(folder, options); });
-    std::printf("demo installation: %d venues, %d months to %s, written in %.1f s\n", venues,
-                months, qPrintable(LastDay.toString(u"dd/MM/yyyy"_s)), took);
-    return folder;
-}
-
 // The best preparation of `code` over all venues, and its count of rows.
 double situation(const QString& installation, const QString& code, int repeat, qint16& rows) {
     ScreenRunner runs(installation);
@@ -123,8 +109,8 @@ int main(int argc, char** argv) {
     qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
     QDir().mkpath(platform::workFolder());
     platform::setToday([] { return LastDay; });
-    const QString year = writeInstallation(folder.filePath(u"anno"_s), venues, 12);
-    const QString half = writeInstallation(folder.filePath(u"semestre"_s), venues, 6);
+    const QString year = writeInstallation(folder.filePath(u"anno"_s), venues, 12, LastDay);
+    const QString half = writeInstallation(folder.filePath(u"semestre"_s), venues, 6, LastDay);
     const QString anchorFile = folder.filePath(u"anchor.mdb"_s);
     const QString workFile = platform::workFolder() + u"/PercParziali.mdb"_s;
     bool ok = true;

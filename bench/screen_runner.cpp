@@ -7,6 +7,7 @@
 #include "entry/configura.h"
 #include "entry/dispatch.h"
 #include "generated_table.h"
+#include "host/demo/demo_data.h"
 #include "host/reference_host.h"
 #include "platform/message_box.h"
 #include "platform/runtime_error.h"
@@ -84,6 +85,17 @@ double ScreenRunner::runPdf() {
 bool pdfWritten(const ScreenRunner& runner) {
     return runner.messages.isEmpty() && runner.files.size() == 1 &&
            QFileInfo(runner.files[0]).size() > 0;
+}
+
+QString writeInstallation(const QString& folder, int venues, int months, const QDate& lastDay) {
+    demo::DemoOptions options;
+    options.venues = venues;
+    options.months = months;
+    options.lastDay = lastDay;
+    const double took = timed([&] { demo::writeDemoInstallation(folder, options); });
+    std::printf("demo installation: %d venues, %d months to %s, written in %.1f s\n", venues,
+                months, qPrintable(lastDay.toString(u"dd/MM/yyyy"_s)), took);
+    return folder;
 }
 
 ScreenBenchOptions readOptions(const QStringList& arguments) {

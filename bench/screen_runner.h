@@ -3,6 +3,7 @@
 // alone, the whole PDF run timed, and what the user saw.
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -52,5 +53,12 @@ ScreenBenchOptions readOptions(const QStringList& arguments);
 
 // True when the last run wrote a PDF and showed nothing else.
 bool pdfWritten(const ScreenRunner& runner);
+
+// A demo installation of `venues` venues and `months` months to `lastDay` in
+// `folder`, its time printed; gives the folder.
+QString writeInstallation(const QString& folder, int venues, int months, const QDate& lastDay);
+
+// "ok" or "MISSED", for a target's line.
+inline const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 
 }  // namespace lorvane::bench

@@ -10,6 +10,7 @@
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_machine_cases.h"
+#include "host/demo/demo_note_cases.h"
 #include "host/demo/demo_registry.h"
 #include "host/demo/demo_reports.h"
 #include "host/demo/main_schema.h"
@@ -37,6 +38,13 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/SaldiCambiamonete.mdb",
                               "Report/SaldiHopper.lrl",
                               "Report/SaldiCambiamonete.lrl",
+                              "Report/IntrodottoDistinta.mdb",
+                              "Report/IntrodottoDistinta.lrl",
+                              "Report/Acconti.mdb",
+                              "Report/Acconti.lrl",
+                              "Report/Refill.lrl",
+                              "Report/DifferenzaPreu.mdb",
+                              "Report/DifferenzaPreu.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -66,6 +74,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeCollections(db, random, registry, firstDay, lastDay);
     writeBoardState(db, registry);
     writeMachineCases(db, firstDay, lastDay);
+    writeNoteCases(db, lastDay);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

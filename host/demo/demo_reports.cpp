@@ -44,6 +44,13 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {false, 7, "SaldiCambiamonete", "Situazione cambiamonete per locale",
      "Report\\SaldiCambiamonete.lrl", "Report\\SaldiCambiamonete.mdb", 1},
+    {false, 8, "IntrodottoDistinta", "Introdotto su distinte per locale",
+     "Report\\IntrodottoDistinta.lrl", "Report\\IntrodottoDistinta.mdb", 1},
+    // Both codes of one screen read one work file, written from the first row's folder.
+    {false, 9, "Acconti", "Acconti per locale", "Report\\Acconti.lrl", "Report\\Acconti.mdb", 1},
+    {false, 10, "Refill", "Refill per locale", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
+    {false, 11, "DifferenzaPreu", "Differenza PREU per locale", "Report\\DifferenzaPreu.lrl",
+     "Report\\DifferenzaPreu.mdb", 1},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -56,6 +63,12 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {true, 6, "SaldiCambiamonete", "Situazione cambiamonete", "Report\\SaldiCambiamonete.lrl",
      "Report\\SaldiCambiamonete.mdb", 1},
+    {true, 7, "IntrodottoDistinta", "Introdotto su distinte", "Report\\IntrodottoDistinta.lrl",
+     "Report\\IntrodottoDistinta.mdb", 1},
+    {true, 8, "Acconti", "Acconti", "Report\\Acconti.lrl", "Report\\Acconti.mdb", 1},
+    {true, 9, "Refill", "Refill", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
+    {true, 10, "DifferenzaPreu", "Differenza PREU", "Report\\DifferenzaPreu.lrl",
+     "Report\\DifferenzaPreu.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {

@@ -42,9 +42,7 @@ void FilterScreen::CmdRicerca_Click() {
     Tree->clearNodes();
     addTreeRoot();
     Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
-    const SearchForms& forms =
-        profile_.searchForms ? *profile_.searchForms : referenceSearchForms();
-    db::RecordsetPtr venues = host().OpenRecordset(sqlRicercaLocali(criteri(), forms));
+    db::RecordsetPtr venues = host().OpenRecordset(sqlRicerca());
     if (venues->RecordCount() > 0) {
         for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
             addVenueNode(*Tree, *venues);
@@ -52,6 +50,20 @@ void FilterScreen::CmdRicerca_Click() {
     venues->Close();
     Tree->EspandiAlbero();
     ChkTutti->setChecked(false);
+}
+
+QString FilterScreen::sqlRicerca() const {
+    return sqlRicercaLocali(criteri(),
+                            profile_.searchForms ? *profile_.searchForms : referenceSearchForms());
+}
+
+QString FilterScreen::sqlTuttiLocali(bool sospesi) const {
+    return u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s);
+}
+
+QString FilterScreen::sqlLocaleScelto(const QString& code, bool sospesi) const {
+    return u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code + u"' "_s +
+           (sospesi ? QString() : u"AND Sospeso=0"_s);
 }
 
 // The picks of the grid add to the tree; a venue already there stays once.
@@ -118,8 +130,7 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
     db::RecordsetPtr selection = host().OpenRecordset(u"SELECT * FROM AnagraficaLocali_Tmp"_s);
 
     if (tutti) {
-        db::RecordsetPtr venues = host().OpenRecordset(
-            u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s));
+        db::RecordsetPtr venues = host().OpenRecordset(sqlTuttiLocali(sospesi));
         workdb::CopiaTabella(venueColumns(), *venues, *workTable, 0);
         if (venues->RecordCount() > 0) {
             venues->MoveFirst();
@@ -146,9 +157,7 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
 // copied only when found.
 void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset* workTable,
                                    db::Recordset& selection) {
-    db::RecordsetPtr venue =
-        host().OpenRecordset(u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code +
-                             u"' "_s + (sospesi ? QString() : u"AND Sospeso=0"_s));
+    db::RecordsetPtr venue = host().OpenRecordset(sqlLocaleScelto(code, sospesi));
     switch (profile_.venueCopy.fromTree) {
         case VenueCopy::Tree::SelectionOnly:
             workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
@@ -159,8 +168,10 @@ void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Record
             venue->MoveFirst();
             workdb::CopiaRecordset(Bar1, venueColumns(), *venue, selection, 0);
             return;
-        case VenueCopy::Tree::Twice:
         case VenueCopy::Tree::Once:
+            if (venue->RecordCount() == 0) return;
+            break;
+        case VenueCopy::Tree::Twice:
             break;
     }
     workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
