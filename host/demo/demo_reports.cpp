@@ -18,7 +18,8 @@ namespace {
 // One row of a report catalogue. The layout it names comes from the resource
 // reports/<code>/<the layout's file name>, its work file's template from
 // reports/<code>/<the work file's base name>.sql: a new report needs its files
-// under host/demo/reports and its rows here, nothing else.
+// under host/demo/reports and its rows here, nothing else. A template names the
+// tables it shares with others by a line "-- include Comuni/<table>.sql".
 struct CatalogueRow {
     bool personal;  // pers/StampePers.db rather than Stampe.db
     int id;
@@ -75,12 +76,32 @@ QString localPath(const char* suitePath) {
     return QString::fromLatin1(suitePath).replace(u'\\', u'/');
 }
 
-QByteArray resource(const char* code, const QString& file) {
-    const QString path = u":/reports/%1/%2"_s.arg(QString::fromLatin1(code), file);
-    QFile source(path);
+QByteArray resource(const QString& path) {
+    QFile source(u":/reports/"_s + path);
     if (!source.open(QIODevice::ReadOnly))
-        throw RuntimeError(u"Manca il file '%1' del programma."_s.arg(path));
+        throw RuntimeError(u"Manca il file '%1' del programma."_s.arg(source.fileName()));
     return source.readAll();
+}
+
+QByteArray resource(const char* code, const QString& file) {
+    return resource(QString::fromLatin1(code) + u'/' + file);
+}
+
+// The template with each include line replaced by the file it names, itself
+// expanded; an include nested deeper than a few levels is a loop.
+QByteArray templateScript(const QString& path, int depth = 0) {
+    static constexpr QByteArrayView includeLine = "-- include ";
+    if (depth > 4)
+        throw RuntimeError(u"Il modello '%1' include sé stesso."_s.arg(path));
+    QByteArray script;
+    for (const QByteArray& line : resource(path).split('\n')) {
+        if (line.startsWith(includeLine))
+            script += templateScript(QString::fromUtf8(line.mid(includeLine.size()).trimmed()),
+                                     depth + 1);
+        else
+            script += line + '\n';
+    }
+    return script;
 }
 
 void runScript(const QString& path, const QByteArray& script) {
@@ -134,7 +155,8 @@ void writeDemoReports(const QString& folder) {
         if (!written.contains(workFile)) {
             QDir().mkpath(QFileInfo(folder + u'/' + workFile).absolutePath());
             runScript(folder + u'/' + workFile,
-                      resource(row.code, QFileInfo(workFile).completeBaseName() + u".sql"_s));
+                      templateScript(QString::fromLatin1(row.code) + u'/' +
+                                     QFileInfo(workFile).completeBaseName() + u".sql"_s));
             written.insert(workFile);
         }
         (row.personal ? personal : standard) += insertRow(row);
