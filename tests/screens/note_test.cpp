@@ -422,6 +422,12 @@ INSTANTIATE_TEST_SUITE_P(
                           << opened(reports::sqlNoteAcconti(c))
                           << opened(reports::sqlIncassiAcconti(c));
                }},
+        RunRow{"RefillsOpenAll", "Refill", false, false, false,
+               [](const NoteCriteri& c, const QString&) {
+                   return venues(reports::sqlLocaliAcconti(u"REF"_s, false, {}))
+                          << opened(reports::sqlNoteAcconti(c))
+                          << opened(reports::sqlIncassiAcconti(c));
+               }},
         RunRow{"RefillsOfThePeriodCompany", "Refill", true, false, true,
                [](const NoteCriteri& c, const QString&) {
                    return venues(reports::sqlLocaliAcconti(u"REF"_s, false, c.azienda))
@@ -463,6 +469,45 @@ TEST_F(NoteRun, AdvancesAndRefillsTellTheirOptionsByTheCode) {
         control<QPushButton>(screen, "CmdAzzera")->click();
         EXPECT_TRUE(aperti->isChecked());
         EXPECT_FALSE(datesEnabled());
+    }
+}
+
+// Each screen searches with its own statement, and lists what it finds.
+TEST_F(NoteRun, TheSearchIsTheScreensOwn) {
+    const struct {
+        const char* code;
+        QString (*statement)(const screens::FrameCriteria&);
+        const char* venues;  // the venues it should list, on the main database
+    } rows[] = {
+        {"IntrodottoDistinta", distinta,
+         "SELECT COUNT(*) FROM AnagraficaLocali WHERE Sospeso = 0 AND CodLocale IN (SELECT "
+         "CodLocale FROM NoteIncassi WHERE DataIncasso >= '2025-01-01' AND DataIncasso <= "
+         "'2025-03-20 00:00:00')"},
+        {"Acconti", accontiAperti,
+         "SELECT COUNT(DISTINCT CodLocale) FROM NoteTeste WHERE CodCausale = 'ACC' AND (Chiuso "
+         "= 0 OR Chiuso IS NULL) AND CodLocale IN (SELECT CodLocale FROM AnagraficaLocali WHERE "
+         "Sospeso = 0)"},
+        {"DifferenzaPreu", preu,
+         "SELECT COUNT(*) FROM AnagraficaLocali WHERE Sospeso = 0 AND CodLocale IN (SELECT "
+         "CodLocale FROM NoteTeste WHERE CodCausale = 'INC6' AND DataRegistrazione >= "
+         "'2025-01-01' AND DataRegistrazione <= '2025-03-20 00:00:00')"},
+    };
+    for (const auto& row : rows) {
+        openScreen(row.code);
+        control<QDateEdit>(screen, "txtDallaData")->setDate(QDate(2025, 1, 1));
+        takeCalls();
+        control<QPushButton>(screen, "CmdRicerca")->click();
+        screens::FrameCriteria c;
+        c.dallaData = QDate(2025, 1, 1);
+        c.allaData = testing::fixedToday();
+        EXPECT_EQ(takeCalls().filter(u"OpenRecordset"_s), QStringList{opened(row.statement(c))})
+            << row.code;
+        const QString found = mainQuery(QString::fromLatin1(row.venues));
+        ASSERT_GT(found.toInt(), 0) << row.code;
+        EXPECT_EQ(control<screens::KeyedTree>(screen, "Tree")->allNodes().size() - 1,
+                  found.toInt())
+            << row.code;
+        EXPECT_FALSE(control<QCheckBox>(screen, "ChkTutti")->isChecked());
     }
 }
 
