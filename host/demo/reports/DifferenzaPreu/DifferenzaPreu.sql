@@ -5,6 +5,5 @@
 CREATE INDEX AnagraficaLocali_CodLocale ON AnagraficaLocali (CodLocale);
 -- include Comuni/NoteTeste.sql
 -- include Comuni/NoteIncassi.sql
-CREATE INDEX NoteIncassi_IdTesta ON NoteIncassi (IdTesta);
 -- include Comuni/Parametri.sql
 ALTER TABLE Parametri ADD COLUMN Differenza DECIMAL;
