@@ -504,8 +504,7 @@ TEST_F(NoteRun, TheSearchIsTheScreensOwn) {
             << row.code;
         const QString found = mainQuery(QString::fromLatin1(row.venues));
         ASSERT_GT(found.toInt(), 0) << row.code;
-        EXPECT_EQ(control<screens::KeyedTree>(screen, "Tree")->allNodes().size() - 1,
-                  found.toInt())
+        EXPECT_EQ(control<screens::KeyedTree>(screen, "Tree")->allNodes().size() - 1, found.toInt())
             << row.code;
         EXPECT_FALSE(control<QCheckBox>(screen, "ChkTutti")->isChecked());
     }
