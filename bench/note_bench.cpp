@@ -3,7 +3,7 @@
 //   note_bench [--venues N] [--repeat R] [--check]
 //
 // Targets, each against an anchor measured in the same run on the raw SQLite
-// API: "Acconti" with every advance open and 2,000 of them to repair, the
+// API, the two timed in turns: "Acconti" with every advance open and 2,000 of them to repair, the
 // preparation (its walk sends one host statement and one Execute per note and
 // shows each repair through the message seam, which answers it) at most 3x
 // the same statements run alone; "DifferenzaPreu" and "IntrodottoDistinta"
@@ -230,20 +230,24 @@ int main(int argc, char** argv) {
     // The advances, every one open, 2,000 to repair on each run.
     std::printf("\nAcconti, every advance open, %d to repair (best of %d)\n", ToRepair, repeat);
     int anchorRepaired = 0;
-    const double accontiAnchor = best(repeat, [&] {
-        unrepair(year);
-        return anchorAcconti(year, anchor, anchorRepaired);
-    });
-    const qint64 anchorLines = count(anchor, "SELECT COUNT(*) FROM NoteIncassi");
     ScreenRunner acconti(year);
     acconti.open(u"Acconti"_s);
     int shown = 0;
-    const double accontiRun = best(repeat, [&] {
-        unrepair(year);
-        const double took = acconti.prepare();
-        shown = int(acconti.messages.size());
-        return took;
-    });
+    qint64 anchorLines = 0;
+    const auto [accontiAnchor, accontiRun] = bestInTurns(
+        repeat,
+        [&] {
+            unrepair(year);
+            const double took = anchorAcconti(year, anchor, anchorRepaired);
+            anchorLines = count(anchor, "SELECT COUNT(*) FROM NoteIncassi");
+            return took;
+        },
+        [&] {
+            unrepair(year);
+            const double took = acconti.prepare();
+            shown = int(acconti.messages.size());
+            return took;
+        });
     const qint64 lines =
         count(platform::workFolder() + u"/Acconti.mdb"_s, "SELECT COUNT(*) FROM NoteIncassi");
     const bool sameRepairs = anchorRepaired == ToRepair && shown == ToRepair &&
@@ -271,13 +275,13 @@ int main(int argc, char** argv) {
     };
     for (const Yearly& report : yearly) {
         const QString code = QLatin1String(report.code);
-        const double anchorTime = best(repeat, [&] { return report.anchor(year, anchor); });
-        const qint64 expected = count(anchor, report.rows);
         ScreenRunner runs(year);
         runs.open(code);
         runs.act(ScreenAction::Kind::Set, u"txtDallaData"_s, FirstDay.toString(u"dd/MM/yyyy"_s));
         runs.act(ScreenAction::Kind::Set, u"txtAllaData"_s, LastDay.toString(u"dd/MM/yyyy"_s));
-        const double took = best(repeat, [&] { return runs.prepare(); });
+        const auto [anchorTime, took] = bestInTurns(
+            repeat, [&] { return report.anchor(year, anchor); }, [&] { return runs.prepare(); });
+        const qint64 expected = count(anchor, report.rows);
         const qint64 copied =
             count(platform::workFolder() + u'/' + QLatin1String(report.workFile), report.rows);
         // Over a year the rows pass the 16-bit count: the run stops at
