@@ -77,7 +77,7 @@ QString FrmStampaIntrodottoDistinta::sqlLocaleScelto(const QString& code, bool s
 
 FrmStampaDifferenzaPreu::FrmStampaDifferenzaPreu() : FilterScreen(differenzaPreuProfile()) {}
 
-bool FrmStampaDifferenzaPreu::ControlloIniziale() {
+bool FrmStampaDifferenzaPreu::ControllaPreu() {
     const auto valid = [this](const char* name) {
         return preuValido(findChild<QLineEdit*>(QLatin1String(name))->text());
     };

@@ -59,8 +59,12 @@ class FrmStampaDifferenzaPreu final : public screens::FilterScreen {
   public:
     FrmStampaDifferenzaPreu();
 
+    // Both rates pass the numeric test of the regional settings; else the
+    // user is told, and nothing is done.
+    bool ControllaPreu();
+
   protected:
-    bool ControlloIniziale() override;
+    bool ControlloIniziale() override { return ControllaPreu(); }
     qint16 PreparaDati() override;
 };
 
