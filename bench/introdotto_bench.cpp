@@ -141,8 +141,6 @@ int openTakings(ScreenRunner& runs, const Period& period, bool tree) {
 
 QString workFile() { return platform::workFolder() + u"/Introdotto.mdb"_s; }
 
-const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
-
 }  // namespace
 
 int main(int argc, char** argv) {

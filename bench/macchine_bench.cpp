@@ -34,8 +34,6 @@ using host::ScreenAction;
 const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 1, 1);
 
-const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
-
 // The venue filter of the partial report's statements, in SQLite's words.
 QString chosen(bool ticked, const char* column) {
     return ticked ? u" AND %1 IN (SELECT CodLocale FROM m.AnagraficaLocali_Tmp)"_s.arg(

@@ -41,7 +41,6 @@ using host::ScreenAction;
 const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 10, 1);
 
-const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 
 QString day(const QDate& date) { return date.toString(u"yyyy-MM-dd"_s); }
 

@@ -11,6 +11,7 @@
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_ledger_cases.h"
 #include "host/demo/demo_machine_cases.h"
+#include "host/demo/demo_note_cases.h"
 #include "host/demo/demo_registry.h"
 #include "host/demo/demo_reports.h"
 #include "host/demo/main_schema.h"
@@ -42,6 +43,13 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/SchedaLocale.lrl",
                               "Report/SchedaContab.mdb",
                               "Report/SchedaContab.lrl",
+                              "Report/IntrodottoDistinta.mdb",
+                              "Report/IntrodottoDistinta.lrl",
+                              "Report/Acconti.mdb",
+                              "Report/Acconti.lrl",
+                              "Report/Refill.lrl",
+                              "Report/DifferenzaPreu.mdb",
+                              "Report/DifferenzaPreu.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -72,6 +80,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeBoardState(db, registry);
     writeMachineCases(db, firstDay, lastDay);
     writeLedgerCases(db, firstDay);
+    writeNoteCases(db, lastDay);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

@@ -49,6 +49,13 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SchedaLocale.lrl", "Report\\SchedaLocale.mdb", 1},
     {false, 9, "StampaSchedaContab", "Scheda contabile per conto", "Report\\SchedaContab.lrl",
      "Report\\SchedaContab.mdb", 1},
+    {false, 8, "IntrodottoDistinta", "Introdotto su distinte per locale",
+     "Report\\IntrodottoDistinta.lrl", "Report\\IntrodottoDistinta.mdb", 1},
+    // Both codes of one screen read one work file, written from the first row's folder.
+    {false, 9, "Acconti", "Acconti per locale", "Report\\Acconti.lrl", "Report\\Acconti.mdb", 1},
+    {false, 10, "Refill", "Refill per locale", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
+    {false, 11, "DifferenzaPreu", "Differenza PREU per locale", "Report\\DifferenzaPreu.lrl",
+     "Report\\DifferenzaPreu.mdb", 1},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -65,6 +72,12 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SchedaLocale.mdb", 1},
     {true, 8, "StampaSchedaContab", "Scheda contabile", "Report\\SchedaContab.lrl",
      "Report\\SchedaContab.mdb", 1},
+    {true, 7, "IntrodottoDistinta", "Introdotto su distinte", "Report\\IntrodottoDistinta.lrl",
+     "Report\\IntrodottoDistinta.mdb", 1},
+    {true, 8, "Acconti", "Acconti", "Report\\Acconti.lrl", "Report\\Acconti.mdb", 1},
+    {true, 9, "Refill", "Refill", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
+    {true, 10, "DifferenzaPreu", "Differenza PREU", "Report\\DifferenzaPreu.lrl",
+     "Report\\DifferenzaPreu.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {

@@ -76,6 +76,9 @@ class FilterScreen : public QWidget {
     // The screen's own check before a run (after the layout's). The frame's
     // checks the causali when the profile says so.
     virtual bool ControlloProprio(Output output);
+    // A check of the screen's own that comes before every other of a run,
+    // the layout's included. The frame's has nothing to check.
+    virtual bool ControlloIniziale() { return true; }
 
   public:
     // The work database filled for the layout chosen: the template copied and
@@ -96,6 +99,11 @@ class FilterScreen : public QWidget {
     virtual void RiempiListeProprie() {}
     // Adds to the tree the venues picked in the suite's search grid.
     virtual void CmdElenco_Click();
+    // The venues a run takes with "Tutti i locali": every one, or every one
+    // not suspended when `sospesi` is false.
+    virtual QString sqlTuttiLocali(bool sospesi) const;
+    // The one ticked venue `code`, not suspended when `sospesi` is false.
+    virtual QString sqlLocaleScelto(const QString& code, bool sospesi) const;
     // Rebuilds AnagraficaLocali_Tmp of the main database and the work table
     // AnagraficaLocali from "Tutti i locali" or the ticks of the tree; gives
     // the work table, opened again.

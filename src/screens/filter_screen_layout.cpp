@@ -111,11 +111,11 @@ QWidget* FilterScreen::buildCriteriaBox(QWidget* parent) {
     }
     if (profile_.dallaOnOpen != DateRule::Missing) {
         txtDallaData = named(new DatePicker(Frame1), "txtDallaData");
-        form->addRow(u"Dalla Data"_s, txtDallaData);
+        form->addRow(named(new QLabel(u"Dalla Data"_s, Frame1), "lblDallaData"), txtDallaData);
     }
     if (profile_.allaOnOpen != DateRule::Missing) {
         txtAllaData = named(new DatePicker(Frame1), "txtAllaData");
-        form->addRow(u"Alla Data"_s, txtAllaData);
+        form->addRow(named(new QLabel(u"Alla Data"_s, Frame1), "lblAllaData"), txtAllaData);
     }
     if (profile_.concessionario2) {
         CmbConcessionario2 = dropDownList(Frame1, "CmbConcessionario2");

@@ -71,7 +71,7 @@ qint16 FilterScreen::PreparaStampa() {
 // stops the run before the slow part. After a failure the hourglass stays,
 // except where the profile puts it back.
 void FilterScreen::CmdStampa_Click() {
-    if (!reportChosen() || !ControlloProprio(Output::Preview)) return;
+    if (!ControlloIniziale() || !reportChosen() || !ControlloProprio(Output::Preview)) return;
     if (profile_.hourglass) setMousePointer(MousePointer::Hourglass);
     try {
         const QString path = output::PercorsoReport(List1, List2, Pers);
@@ -99,7 +99,7 @@ void FilterScreen::CmdStampa_Click() {
 // the preparation's to show. The report is opened after it, and released
 // before the file is opened, so that the engine has let go of it.
 void FilterScreen::CmdEsporta_Click(Output output, const output::ExportKind& kind) {
-    if (!reportChosen() || !ControlloProprio(output)) return;
+    if (!ControlloIniziale() || !reportChosen() || !ControlloProprio(output)) return;
     if (profile_.hourglass) setMousePointer(MousePointer::Hourglass);
     platform::Randomize();
     const qint16 rows = PreparaStampa();

@@ -57,6 +57,15 @@ QString FilterScreen::sqlRicerca() const {
                             profile_.searchForms ? *profile_.searchForms : referenceSearchForms());
 }
 
+QString FilterScreen::sqlTuttiLocali(bool sospesi) const {
+    return u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s);
+}
+
+QString FilterScreen::sqlLocaleScelto(const QString& code, bool sospesi) const {
+    return u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code + u"' "_s +
+           (sospesi ? QString() : u"AND Sospeso=0"_s);
+}
+
 // The picks of the grid add to the tree; a venue already there stays once.
 // Until the grid has answered, a failure is shown and changes nothing.
 void FilterScreen::CmdElenco_Click() {
@@ -121,8 +130,7 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
     db::RecordsetPtr selection = host().OpenRecordset(u"SELECT * FROM AnagraficaLocali_Tmp"_s);
 
     if (tutti) {
-        db::RecordsetPtr venues = host().OpenRecordset(
-            u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s));
+        db::RecordsetPtr venues = host().OpenRecordset(sqlTuttiLocali(sospesi));
         workdb::CopiaTabella(venueColumns(), *venues, *workTable, 0);
         if (venues->RecordCount() > 0) {
             venues->MoveFirst();
@@ -149,9 +157,7 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
 // copied only when found.
 void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset* workTable,
                                    db::Recordset& selection) {
-    db::RecordsetPtr venue =
-        host().OpenRecordset(u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code +
-                             u"' "_s + (sospesi ? QString() : u"AND Sospeso=0"_s));
+    db::RecordsetPtr venue = host().OpenRecordset(sqlLocaleScelto(code, sospesi));
     switch (profile_.venueCopy.fromTree) {
         case VenueCopy::Tree::SelectionOnly:
             workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
@@ -169,6 +175,8 @@ void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Record
             venue->MoveFirst();
             workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
             return;
+            if (venue->RecordCount() == 0) return;
+            break;
         case VenueCopy::Tree::Twice:
             break;
     }

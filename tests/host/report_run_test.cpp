@@ -340,6 +340,118 @@ INSTANTIATE_TEST_SUITE_P(
                               "SELECT CodiceConto FROM AnagraficaPianoConti WHERE CodiceConto = "
                               "'01.001' AND '%1' <> ''"}),
     [](const ::testing::TestParamInfo<CardRow>& info) { return std::string(info.param.code); });
+// The figure of a notes report's grand total row that a plain SQL statement on
+// the main database gives too, from January to April.
+struct NotesRow {
+    const char* code;
+    QStringList actions;
+    const char* total;  // the pattern of the figure on the grand total row of the PDF
+    QString sql;        // the same figure, to two decimals
+};
+
+class NotesReportRun : public ReportRun, public ::testing::WithParamInterface<NotesRow> {
+  protected:
+    // The text of the PDF that `actions` on the screen of `code` export, and
+    // the messages the user saw.
+    QString exportedText(const QString& code, const QStringList& actions, QString* shown) {
+        QStringList args{u"run"_s,       code,         u"--percorso"_s,
+                         installation(), u"--today"_s, u"30/04/2025"_s};
+        const ProcessResult run =
+            lorvane(args << actions << u"pick"_s << u"List1=0"_s << u"click"_s << u"CmdPdf"_s);
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        QStringList messages;
+        for (const QString& line : run.out.split(u'\n'))
+            if (line.startsWith(u"MSG "_s)) messages << line;
+        *shown = messages.join(u'\n');
+        const QString pdf =
+            QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                .match(run.out)
+                .captured(1);
+        return runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    }
+    // The figure the SQL tool gives, as "1234.50".
+    QString sqlFigure(const QString& sql) {
+        const ProcessResult sum = lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s, sql});
+        EXPECT_EQ(sum.exitCode, 0) << sum.err.toStdString();
+        return QString::number(
+            sum.out.trimmed().section(u'\n', -1).remove(u'"').replace(u',', u'.').toDouble(), 'f',
+            2);
+    }
+    static QString figure(const QString& text, const QString& pattern) {
+        const QRegularExpressionMatch total =
+            QRegularExpression(u"Totale generale"_s + pattern).match(text);
+        EXPECT_TRUE(total.hasMatch()) << text.right(600).toStdString();
+        return total.captured(1).remove(u'.').replace(u',', u'.');
+    }
+};
+
+TEST_P(NotesReportRun, TheGrandTotalIsThatOfTheMainDatabase) {
+    const NotesRow& row = GetParam();
+    QString shown;
+    const QString text = exportedText(QString::fromLatin1(row.code), row.actions, &shown);
+    EXPECT_TRUE(shown.isEmpty()) << shown.toStdString();
+    const QString expected = sqlFigure(row.sql);
+    EXPECT_NE(expected, u"0.00"_s);
+    EXPECT_EQ(figure(text, QString::fromLatin1(row.total)), expected);
+}
+
+// The venues a run with "Tutti i locali" takes.
+constexpr char inUse[] = "(SELECT CodLocale FROM AnagraficaLocali WHERE Sospeso = 0)";
+
+INSTANTIATE_TEST_SUITE_P(
+    Notes, NotesReportRun,
+    ::testing::Values(
+        NotesRow{"IntrodottoDistinta",
+                 {u"set"_s, u"txtDallaData=01/01/2025"_s},
+                 "(?:\\s+[\\d.]+,\\d\\d){4}\\s+([\\d.]+,\\d\\d)",
+                 u"SELECT Round(Sum(qr.ParteLocale), 2) FROM QuietanzaRighe qr INNER JOIN "
+                 u"QuietanzaTesta qt ON qt.id = qr.idTesta WHERE qt.TipoDocumento = 1 AND "
+                 u"qr.aData >= #01/01/2025# AND qr.aData <= #04/30/2025# AND qt.CodLocale IN "_s +
+                     QLatin1String(inUse)},
+        NotesRow{"Refill",
+                 {u"set"_s, u"optPeriodo=1"_s, u"set"_s, u"txtDallaData=01/01/2025"_s},
+                 "(?:\\s+[\\d.]+,\\d\\d){2}\\s+([\\d.]+,\\d\\d)",
+                 u"SELECT Round(Sum(Nz(ni.RefillLocale, 0) + Nz(ni.RefillGestore, 0)), 2) FROM "
+                 u"NoteIncassi ni INNER JOIN NoteTeste nt ON nt.id = ni.IdTesta WHERE "
+                 u"nt.CodCausale = 'REF' AND nt.DataRegistrazione >= #01/01/2025# AND "
+                 u"nt.DataRegistrazione <= #04/30/2025# AND nt.CodLocale IN "_s +
+                     QLatin1String(inUse)},
+        NotesRow{"DifferenzaPreu",
+                 {u"set"_s, u"txtPreuRich=13,4"_s, u"set"_s, u"txtPreuNew=12.6"_s},
+                 "(?:\\s+-?[\\d.]+,\\d\\d){3}\\s+(-?[\\d.]+,\\d\\d)",
+                 u"SELECT Round(Sum(ni.ParzialeIn) * 0.8 / 100, 2) FROM NoteIncassi ni WHERE "
+                 u"ni.IdTesta IN (SELECT id FROM NoteTeste WHERE DataRegistrazione >= "
+                 u"#01/01/2025# AND DataRegistrazione <= #04/30/2025# AND CodLocale IN "_s +
+                     QLatin1String(inUse) +
+                     u") AND (ni.TipoCalcolo = 'Utile' OR (ni.TipoCalcolo IS NOT NULL AND "
+                     u"ni.PercLocale >= 25))"_s}),
+    [](const ::testing::TestParamInfo<NotesRow>& info) { return std::string(info.param.code); });
+
+// The first run of the open advances stores the missing amounts and shows
+// each statement; the second shows nothing, and its balance still to recover
+// is the main database's.
+TEST_F(NotesReportRun, TheAdvancesAreRepairedOnceAndTheirOpenBalanceIsTheMainDatabases) {
+    QString shown;
+    exportedText(u"Acconti"_s, {}, &shown);
+    EXPECT_TRUE(shown.contains(u"] UPDATE NoteTeste SET Acconto="_s)) << shown.toStdString();
+    EXPECT_FALSE(shown.contains(u"critical"_s)) << shown.toStdString();
+    const QString text = exportedText(u"Acconti"_s, {}, &shown);
+    EXPECT_TRUE(shown.isEmpty()) << shown.toStdString();
+    const QString open =
+        u"nt.CodCausale = 'ACC' AND (nt.Chiuso = 0 OR nt.Chiuso IS NULL) AND nt.CodLocale IN "_s +
+        QLatin1String(inUse);
+    const QString expected = sqlFigure(
+        u"SELECT Round((SELECT Sum(ni.Acconti) FROM NoteIncassi ni INNER JOIN NoteTeste nt ON "
+        u"nt.id = ni.IdTesta WHERE "_s +
+        open +
+        u" AND (ni.Chiuso = 0 OR ni.Chiuso IS NULL)) + (SELECT Sum(Nz(nt.Acconto, 0)) FROM "
+        u"NoteTeste nt WHERE "_s +
+        open +
+        u" AND nt.id NOT IN (SELECT IdTesta FROM NoteIncassi WHERE Chiuso = 0 OR Chiuso IS "
+        u"NULL)), 2)"_s);
+    EXPECT_NE(expected, u"0.00"_s);
+    EXPECT_EQ(figure(text, u"\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,\\d\\d)"_s), expected);
+}
 
 }  // namespace
 }  // namespace lorvane

@@ -184,10 +184,13 @@ QString sqlUltimiCambiamonete(const MacchineCriteri& c) {
     return sql + u" AND"_s + u" nt.CodCausale = 'CAM'"_s;
 }
 
+bool filtroSuLocali(const FrameCriteria& c) {
+    return !c.nomeLocale.isEmpty() || !c.localita.isEmpty() || !c.provincia.isEmpty() ||
+           !c.agente.isEmpty() || !c.zona.isEmpty();
+}
+
 QString parametriFiltroLocali(const FrameCriteria& c) {
-    const bool filtered = !c.nomeLocale.isEmpty() || !c.localita.isEmpty() ||
-                          !c.provincia.isEmpty() || !c.agente.isEmpty() || !c.zona.isEmpty();
-    return u"Parametri di ricerca: "_s + (filtered ? u" filtro su locali"_s : QString());
+    return u"Parametri di ricerca: "_s + (filtroSuLocali(c) ? u" filtro su locali"_s : QString());
 }
 
 }  // namespace lorvane::reports

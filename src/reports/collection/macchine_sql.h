@@ -56,8 +56,12 @@ QString sqlUltimiHopper(const MacchineCriteri& criteri);
 QString sqlSchedeCambiamonete(const MacchineCriteri& criteri);
 QString sqlUltimiCambiamonete(const MacchineCriteri& criteri);
 
-// "Parametri di ricerca: " and " filtro su locali" when any venue criterion
-// of the search page is set: the heading of the hopper and change-machine reports.
+// True when any venue criterion of the search page but the concessionaire is
+// set: what the headings call a filter on the venues.
+bool filtroSuLocali(const screens::FrameCriteria& criteri);
+
+// "Parametri di ricerca: " and " filtro su locali" when filtroSuLocali: the
+// heading of the hopper, change-machine, slips and PREU difference reports.
 QString parametriFiltroLocali(const screens::FrameCriteria& criteri);
 
 }  // namespace lorvane::reports
