@@ -41,7 +41,6 @@ using host::ScreenAction;
 const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 10, 1);
 
-
 QString day(const QDate& date) { return date.toString(u"yyyy-MM-dd"_s); }
 
 // Steps `select` on the raw API and copies the columns `names` of each row
