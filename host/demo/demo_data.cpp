@@ -8,6 +8,7 @@
 #include <QSettings>
 
 #include "host/demo/demo_collections.h"
+#include "host/demo/demo_document_cases.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_machine_cases.h"
 #include "host/demo/demo_registry.h"
@@ -37,6 +38,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/SaldiCambiamonete.mdb",
                               "Report/SaldiHopper.lrl",
                               "Report/SaldiCambiamonete.lrl",
+                              "Report/SommeConsegnate.mdb",
+                              "Report/SommeConsegnate.lrl",
+                              "Report/Quietanza.mdb",
+                              "Report/Quietanza.lrl",
+                              "Report/AttoQuietanza.mdb",
+                              "Report/AttoQuietanza.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -66,6 +73,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeCollections(db, random, registry, firstDay, lastDay);
     writeBoardState(db, registry);
     writeMachineCases(db, firstDay, lastDay);
+    writeDocumentCases(db, lastDay);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed
