@@ -238,10 +238,12 @@ QString ImportoInLettere(double& importo, const QString& separatore) {
 
     // Every "<whole>," taken out: on a carry into the units it is not there,
     // and the whole formatted text stays.
-    std::array<char, 40> interoTesto;
-    std::string_view cercato = testoPredefinito(double(intero), interoTesto);
-    interoTesto[cercato.size()] = ',';
-    cercato = {interoTesto.data(), cercato.size() + 1};
+    // The whole part, below 1E+15, has its plain digits as default text.
+    std::array<char, 24> interoTesto;
+    char* fineIntero =
+        std::to_chars(interoTesto.data(), interoTesto.data() + interoTesto.size() - 1, intero).ptr;
+    *fineIntero++ = ',';
+    const std::string_view cercato(interoTesto.data(), std::size_t(fineIntero - interoTesto.data()));
     std::array<char, 330> decimali;
     std::size_t lunghezza = 0;
     for (std::size_t i = 0; i < conDecimali.size();) {
