@@ -555,6 +555,27 @@ TEST_F(DocumentRun, TheRepairGivesDeedLinesTheirHeadsCompanyOnce) {
     EXPECT_EQ(statements(), QStringList{opened(reports::sqlRigheDaRiparare())});
 }
 
+// A company with a quote goes into the repair as it stands: the statement
+// fails, the user reads why, and that head's lines keep no company.
+TEST_F(DocumentRun, ARepairThatFailsIsShownAndWritesNothingForItsLines) {
+    const QString copy = mainDatabaseCopy();
+    const QString head = mainQuery(
+        u"SELECT MIN(dt.id) FROM DocTeste dt JOIN DocRighe dr ON dr.IdDoc = dt.id WHERE "
+        u"dt.TipoDoc = 8 AND dr.CodiceAzienda IS NULL AND dt.CodSpettabile IS NOT NULL"_s,
+        copy);
+    mainQuery(u"UPDATE DocTeste SET CodSpettabile = 'AZ''9' WHERE id = "_s + head, copy);
+    useMainDatabase(copy);
+    const QString lines =
+        u"SELECT COUNT(*) FROM DocRighe WHERE CodiceAzienda IS NULL AND IdDoc = "_s + head;
+    const QString before = mainQuery(lines, copy);
+    openScreen("StampaAttoQuietanza");
+    QEvent activate(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(screen, &activate);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.first().contains(u"AZ'9"_s)) << messages.first().toStdString();
+    EXPECT_EQ(mainQuery(lines, copy), before);
+}
+
 // The deeds of the period, with the lines of every document of the period,
 // each owner once, and the owner of a venue without one looked for as "".
 TEST_F(DocumentRun, DeedsTakeTheLinesOfEveryDocumentAndEachOwnerOnce) {

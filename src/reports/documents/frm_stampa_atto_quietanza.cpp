@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QProgressBar>
 
+#include "platform/error_handling.h"
 #include "platform/message_box.h"
 #include "platform/windows.h"
 #include "reports/documents/documenti_screens.h"
@@ -38,9 +39,11 @@ ScreenProfile attoQuietanzaProfile() {
 
 FrmStampaAttoQuietanza::FrmStampaAttoQuietanza() : FilterScreen(attoQuietanzaProfile()) {}
 
+// A failure of the repair is shown, and the screen stays open.
 bool FrmStampaAttoQuietanza::event(QEvent* event) {
     const bool handled = FilterScreen::event(event);
-    if (event->type() == QEvent::WindowActivate) Form_Activate();
+    if (event->type() == QEvent::WindowActivate)
+        platform::showErrorAndLeave([this] { Form_Activate(); });
     return handled;
 }
 
