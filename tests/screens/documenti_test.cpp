@@ -300,8 +300,8 @@ struct RunRow {
     const char* code;
     bool ticked;  // the document venue ticked alone, its company chosen
     bool sconto;  // chkScontoRimborso
-    // The statements sent, given the criteria of the screen.
-    QStringList (*statements)(const FrameCriteria&);
+    // The statements sent, given the criteria of the screen and the venue ticked.
+    QStringList (*statements)(const FrameCriteria&, const QString&);
 };
 
 class DocumentRunStatements : public DocumentRun, public ::testing::WithParamInterface<RunRow> {};
@@ -309,13 +309,21 @@ class DocumentRunStatements : public DocumentRun, public ::testing::WithParamInt
 TEST_P(DocumentRunStatements, AreThoseOfItsCriteria) {
     const RunRow& row = GetParam();
     openScreen(row.code);
+    // The quittances tick a venue with lines in the period, so that they print.
+    const QString ticked =
+        row.code == std::string("Quietanza")
+            ? mainQuery(
+                  u"SELECT MIN(qt.CodLocale) FROM QuietanzaTesta qt JOIN QuietanzaRighe qr "
+                  u"ON qr.idTesta = qt.id WHERE qt.Data >= '2025-01-01' AND qt.Data <= "
+                  u"'2025-03-20 00:00:00'"_s)
+            : venue;
     if (row.ticked) {
-        chooseCompany(companyOf(venue));
-        tickOnly(venue);
+        chooseCompany(companyOf(ticked));
+        tickOnly(ticked);
     }
     if (row.sconto) control<QCheckBox>(screen, "chkScontoRimborso")->setChecked(true);
     const FrameCriteria c = screen->criteri();
-    EXPECT_EQ(run(), row.statements(c));
+    EXPECT_EQ(run(), row.statements(c, ticked));
     EXPECT_TRUE(messages.isEmpty()) << messages.join(u'\n').toStdString();
     EXPECT_EQ(openedFiles.size(), 1);
 }
@@ -364,33 +372,36 @@ INSTANTIATE_TEST_SUITE_P(
     Documenti, DocumentRunStatements,
     ::testing::Values(
         RunRow{"SommeAll", "SommeConsegnate", false, false,
-               [](const FrameCriteria& c) {
+               [](const FrameCriteria& c, const QString&) {
                    return QStringList{emptyTmp, openTmp, opened(reports::sqlLocaliConNote(c))}
                           << sommeAfter(c, false);
                }},
         RunRow{"SommeTickedCompanySconto", "SommeConsegnate", true, true,
-               [](const FrameCriteria& c) {
-                   return QStringList{emptyTmp, openTmp, tickedStatement(venue)}
-                          << sommeAfter(c, true);
+               [](const FrameCriteria& c, const QString& v) {
+                   return QStringList{emptyTmp, openTmp, tickedStatement(v)} << sommeAfter(c, true);
                }},
         RunRow{"QuietanzaAll", "Quietanza", false, false,
-               [](const FrameCriteria& c) {
+               [](const FrameCriteria& c, const QString&) {
                    return QStringList{emptyTmp, openTmp,
                                       opened(u"SELECT * FROM AnagraficaLocali WHERE Sospeso=0"_s)}
                           << quietanzaAfter(c);
                }},
+        RunRow{"QuietanzaTickedCompany", "Quietanza", true, false,
+               [](const FrameCriteria& c, const QString& v) {
+                   return QStringList{emptyTmp, openTmp, tickedStatement(v)} << quietanzaAfter(c);
+               }},
         RunRow{"AttoAll", "StampaAttoQuietanza", false, false,
-               [](const FrameCriteria& c) {
+               [](const FrameCriteria& c, const QString&) {
                    return QStringList{emptyTmp, openTmp,
                                       opened(u"SELECT * FROM AnagraficaLocali WHERE Sospeso=0"_s)}
                           << attiAfter(c, allVenuesNotSuspended());
                }},
         RunRow{"AttoTickedCompany", "StampaAttoQuietanza", true, false,
-               [](const FrameCriteria& c) {
+               [](const FrameCriteria& c, const QString& v) {
                    return QStringList{emptyTmp, openTmp,
                                       tickedStatement(
                                           venue, u" AND  CodiceAzienda='"_s + c.azienda + u"' "_s)}
-                          << attiAfter(c, {venue});
+                          << attiAfter(c, {v});
                }}),
     [](const ::testing::TestParamInfo<RunRow>& info) { return std::string(info.param.name); });
 
