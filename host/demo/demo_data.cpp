@@ -8,6 +8,7 @@
 #include <QSettings>
 
 #include "host/demo/demo_collections.h"
+#include "host/demo/demo_document_cases.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_ledger_cases.h"
 #include "host/demo/demo_machine_cases.h"
@@ -50,6 +51,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/Refill.lrl",
                               "Report/DifferenzaPreu.mdb",
                               "Report/DifferenzaPreu.lrl",
+                              "Report/SommeConsegnate.mdb",
+                              "Report/SommeConsegnate.lrl",
+                              "Report/Quietanza.mdb",
+                              "Report/Quietanza.lrl",
+                              "Report/AttoQuietanza.mdb",
+                              "Report/AttoQuietanza.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -81,6 +88,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeMachineCases(db, firstDay, lastDay);
     writeLedgerCases(db, firstDay);
     writeNoteCases(db, lastDay);
+    writeDocumentCases(db, lastDay);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

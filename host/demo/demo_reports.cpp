@@ -56,6 +56,12 @@ constexpr CatalogueRow catalogue[] = {
     {false, 10, "Refill", "Refill per locale", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
     {false, 11, "DifferenzaPreu", "Differenza PREU per locale", "Report\\DifferenzaPreu.lrl",
      "Report\\DifferenzaPreu.mdb", 1},
+    {false, 8, "SommeConsegnate", "Ricevuta somme consegnate al locale",
+     "Report\\SommeConsegnate.lrl", "Report\\SommeConsegnate.mdb", 1},
+    {false, 9, "Quietanza", "Quietanze per concessionario e locale", "Report\\Quietanza.lrl",
+     "Report\\Quietanza.mdb", 1},
+    {false, 10, "StampaAttoQuietanza", "Atto di quietanza", "Report\\AttoQuietanza.lrl",
+     "Report\\AttoQuietanza.mdb", 1},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -78,6 +84,11 @@ constexpr CatalogueRow catalogue[] = {
     {true, 9, "Refill", "Refill", "Report\\Refill.lrl", "Report\\Acconti.mdb", 1},
     {true, 10, "DifferenzaPreu", "Differenza PREU", "Report\\DifferenzaPreu.lrl",
      "Report\\DifferenzaPreu.mdb", 1},
+    {true, 7, "SommeConsegnate", "Ricevuta somme consegnate", "Report\\SommeConsegnate.lrl",
+     "Report\\SommeConsegnate.mdb", 1},
+    {true, 8, "Quietanza", "Quietanze", "Report\\Quietanza.lrl", "Report\\Quietanza.mdb", 1},
+    {true, 9, "StampaAttoQuietanza", "Atti di quietanza", "Report\\AttoQuietanza.lrl",
+     "Report\\AttoQuietanza.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {

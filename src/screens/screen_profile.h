@@ -90,16 +90,24 @@ inline ExtraControl::Value cleared() {
 inline ExtraControl::Value dateBy(DateRule rule) { return {ExtraControl::Value::Date, {}, rule}; }
 
 struct SearchForms;
+struct FrameCriteria;
 
 // How PreparaLocali copies the venues of a run into AnagraficaLocali_Tmp.
 struct VenueCopy {
     // How a ticked venue of the tree goes in. Twice: into the work table, then
-    // twice into AnagraficaLocali_Tmp. Once: once into each. OnceWithBar: once
-    // into each through CopiaRecordset moving Bar1. SelectionOnly: once into
-    // AnagraficaLocali_Tmp when found; no work table at all.
+    // twice into AnagraficaLocali_Tmp. Once: once into each, when found.
+    // OnceWithBar: once into each through CopiaRecordset moving Bar1.
+    // SelectionOnly: once into AnagraficaLocali_Tmp when found; no work table.
     enum class Tree { Twice, Once, OnceWithBar, SelectionOnly };
     bool barWhenAll = true;  // with "Tutti i locali", the copy moves Bar1
     Tree fromTree = Tree::Twice;
+    // "Tutti i locali" as this statement rather than every venue; its venues
+    // are copied only when it finds some.
+    QString (*allStatement)(const FrameCriteria&) = nullptr;
+    // Each ticked venue's statement also takes the company chosen.
+    bool companyOnTree = false;
+    // The venue columns of both copies; null: the suite's 56 names.
+    const char* columns = nullptr;
 };
 
 struct ScreenProfile {

@@ -1,6 +1,7 @@
 // The venue side of the frame: the search by criteria, the suite's grid, and
 // the venues of a run copied into AnagraficaLocali_Tmp and the work table.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QProgressBar>
 
 #include "platform/component_registry.h"
@@ -18,7 +19,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The venue columns both copies of PreparaLocali take.
-QString venueColumns() { return QLatin1String(workdb::columns::AnagraficaLocali56); }
+QString venueColumns(const VenueCopy& copy) {
+    return QLatin1String(copy.columns ? copy.columns : workdb::columns::AnagraficaLocali56);
+}
 
 // The grid's venues: every venue with its codes at the concessionaires.
 QString gridStatement(bool sospesi) {
@@ -58,12 +61,17 @@ QString FilterScreen::sqlRicerca() const {
 }
 
 QString FilterScreen::sqlTuttiLocali(bool sospesi) const {
+    if (profile_.venueCopy.allStatement) return profile_.venueCopy.allStatement(criteri());
     return u"SELECT * FROM AnagraficaLocali "_s + (sospesi ? QString() : u"WHERE Sospeso=0"_s);
 }
 
 QString FilterScreen::sqlLocaleScelto(const QString& code, bool sospesi) const {
-    return u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code + u"' "_s +
-           (sospesi ? QString() : u"AND Sospeso=0"_s);
+    QString sql = u"SELECT * FROM AnagraficaLocali WHERE CodLocale='"_s + code + u"' "_s +
+                  (sospesi ? QString() : u"AND Sospeso=0"_s);
+    const QString azienda = criteri().azienda;
+    if (profile_.venueCopy.companyOnTree && !azienda.isEmpty())
+        sql += u" AND "_s + u" CodiceAzienda='"_s + azienda + u"' "_s;
+    return sql;
 }
 
 // The picks of the grid add to the tree; a venue already there stays once.
@@ -129,13 +137,15 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
                       : workdb::ApriTabellaTemporanea(u"SELECT * FROM AnagraficaLocali"_s);
     db::RecordsetPtr selection = host().OpenRecordset(u"SELECT * FROM AnagraficaLocali_Tmp"_s);
 
+    const QString columns = venueColumns(profile_.venueCopy);
     if (tutti) {
         db::RecordsetPtr venues = host().OpenRecordset(sqlTuttiLocali(sospesi));
-        workdb::CopiaTabella(venueColumns(), *venues, *workTable, 0);
+        if (!profile_.venueCopy.allStatement || venues->RecordCount() > 0)
+            workdb::CopiaTabella(columns, *venues, *workTable, 0);
         if (venues->RecordCount() > 0) {
             venues->MoveFirst();
-            workdb::CopiaRecordset(profile_.venueCopy.barWhenAll ? Bar1 : nullptr, venueColumns(),
-                                   *venues, *selection, 0);
+            workdb::CopiaRecordset(profile_.venueCopy.barWhenAll ? Bar1 : nullptr, columns, *venues,
+                                   *selection, 0);
         }
     } else {
         const QList<QTreeWidgetItem*> nodes = Tree->allNodes();
@@ -158,34 +168,33 @@ db::RecordsetPtr FilterScreen::PreparaLocali() {
 void FilterScreen::copyTickedVenue(const QString& code, bool sospesi, db::Recordset* workTable,
                                    db::Recordset& selection) {
     db::RecordsetPtr venue = host().OpenRecordset(sqlLocaleScelto(code, sospesi));
+    const QString columns = venueColumns(profile_.venueCopy);
     switch (profile_.venueCopy.fromTree) {
         case VenueCopy::Tree::SelectionOnly:
-            workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+            workdb::CopiaTabella(columns, *venue, selection, 0);
             return;
         case VenueCopy::Tree::OnceWithBar:
             venue->MoveFirst();
-            workdb::CopiaRecordset(Bar1, venueColumns(), *venue, *workTable, 0);
+            workdb::CopiaRecordset(Bar1, columns, *venue, *workTable, 0);
             venue->MoveFirst();
-            workdb::CopiaRecordset(Bar1, venueColumns(), *venue, selection, 0);
+            workdb::CopiaRecordset(Bar1, columns, *venue, selection, 0);
             return;
         case VenueCopy::Tree::Once:
-            // Into the selection only when found: a venue gone since the search is passed over.
-            workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
+            // Only when found: a venue gone since the search is passed over.
             if (venue->RecordCount() == 0) return;
+            workdb::CopiaTabella(columns, *venue, *workTable, 0);
             venue->MoveFirst();
-            workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+            workdb::CopiaTabella(columns, *venue, selection, 0);
             return;
-            if (venue->RecordCount() == 0) return;
-            break;
         case VenueCopy::Tree::Twice:
             break;
     }
-    workdb::CopiaTabella(venueColumns(), *venue, *workTable, 0);
+    workdb::CopiaTabella(columns, *venue, *workTable, 0);
     venue->MoveFirst();
-    workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+    workdb::CopiaTabella(columns, *venue, selection, 0);
     if (venue->RecordCount() > 0) {
         venue->MoveFirst();
-        workdb::CopiaTabella(venueColumns(), *venue, selection, 0);
+        workdb::CopiaTabella(columns, *venue, selection, 0);
     }
 }
 

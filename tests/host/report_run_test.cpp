@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 
 #include "host/demo/demo_data.h"
+#include "host/demo/demo_document_cases.h"
+#include "reports/documents/importo_in_lettere.h"
 #include "support/process.h"
 
 namespace lorvane {
@@ -162,6 +164,46 @@ TEST_F(ReportRun, TheTakingsGrandTotalIsTheSumOfTheNotes) {
     const qint64 expected = sum.out.trimmed().section(u'\n', -1).remove(u'"').toLongLong();
     EXPECT_GT(expected, 0);
     EXPECT_EQ(cents(total.captured(1)), expected);
+}
+
+// Each venue's receipt, one a page, shows in words the sum of the venue's
+// share that a plain SQL statement gives: a venue of the round and the
+// venue whose sum is negative.
+TEST_F(ReportRun, TheReceiptShowsTheVenuesShareInWords) {
+    const ProcessResult run =
+        lorvane({u"run"_s, u"SommeConsegnate"_s, u"--percorso"_s, installation(), u"--today"_s,
+                 u"30/04/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                            .match(run.out)
+                            .captured(1);
+    const QStringList pages = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s})
+                                  .out.split(u'\f', Qt::SkipEmptyParts);
+    const QString collected =
+        lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s,
+                 u"SELECT Min(CodLocale) FROM NoteTeste WHERE CodCausale = 'INC6' AND "
+                 u"DataRegistrazione >= #04/01/2025# AND DataRegistrazione <= #04/30/2025#"_s})
+            .out.trimmed()
+            .section(u'\n', -1)
+            .remove(u'"');
+    for (const QString& venue : {collected, QString::fromLatin1(demo::DocumentCaseVenue)}) {
+        const ProcessResult sum = lorvane(
+            {u"sql"_s, installation() + u"/Lorvane.db"_s,
+             u"SELECT Sum(UtileLocale) FROM NoteTeste WHERE CodLocale = '"_s + venue +
+                 u"' AND CodCausale IN ('INC6', 'INC') AND DataRegistrazione >= #04/01/2025# AND "
+                 u"DataRegistrazione <= #04/30/2025#"_s});
+        double amount =
+            sum.out.trimmed().section(u'\n', -1).remove(u'"').replace(u',', u'.').toDouble();
+        EXPECT_NE(amount, 0) << sum.out.toStdString() << sum.err.toStdString();
+        const QString words = reports::ModSommeConsegnate::ImportoInLettere(amount, u"/"_s);
+        const QStringList found =
+            pages.filter(QRegularExpression(u"Codice\\s+"_s + venue + u"\\b"_s));
+        ASSERT_EQ(found.size(), 1) << venue.toStdString();
+        EXPECT_TRUE(found.first().contains(words)) << words.toStdString() << "\n"
+                                                   << found.first().toStdString();
+        EXPECT_EQ(found.first().count(u"RICEVUTA DI CONSEGNA SOMME AL LOCALE"_s), 1);
+    }
 }
 
 // The figure of a machine report's grand total row that a plain SQL statement

@@ -25,6 +25,7 @@ ScreenProfile distintaProfile() {
     ScreenProfile profile = screens::standardProfile(u"Stampa introdotto su distinte"_s);
     profile.searchForms = &distintaSearchForms();
     profile.venueCopy.barWhenAll = false;
+    profile.venueCopy.companyOnTree = true;
     profile.emptiedBeforeRun = {"AnagraficaLocali", "Parametri", "QuietanzaRighe"};
     return profile;
 }
@@ -66,13 +67,6 @@ qint16 FrmStampaIntrodottoDistinta::PreparaDati() {
     screens::scriviParametri(parametriFiltroLocali(frame));
     workdb::ConnessioneTemporanea().Close();
     return rows;
-}
-
-QString FrmStampaIntrodottoDistinta::sqlLocaleScelto(const QString& code, bool sospesi) const {
-    QString sql = FilterScreen::sqlLocaleScelto(code, sospesi);
-    const QString azienda = criteri().azienda;
-    if (!azienda.isEmpty()) sql += u" AND "_s + u" CodiceAzienda='"_s + azienda + u"' "_s;
-    return sql;
 }
 
 FrmStampaDifferenzaPreu::FrmStampaDifferenzaPreu() : FilterScreen(differenzaPreuProfile()) {}

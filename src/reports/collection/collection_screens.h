@@ -18,8 +18,6 @@ class FrmStampaIntrodottoDistinta final : public screens::FilterScreen {
 
   protected:
     qint16 PreparaDati() override;
-    // A ticked venue is taken only in the company chosen.
-    QString sqlLocaleScelto(const QString& code, bool sospesi) const override;
 };
 
 // One screen for two reports, told apart by the report code: the advances

@@ -10,21 +10,6 @@ using screens::TreeReset;
 
 namespace {
 
-ScreenProfile sommeConsegnateProfile() {
-    ScreenProfile profile = screens::standardProfile(u"Stampa somme consegnate al locale"_s);
-    profile.dallaOnOpen = profile.dallaOnReset = DateRule::FirstOfMonth;
-    profile.treeOnReset = TreeReset::EmptiedWithRoot;
-    profile.extras = {
-        {ExtraControl::CheckBox, "chkScontoRimborso", u"Includi sconto / rimborso"_s}};
-    return profile;
-}
-
-ScreenProfile attoQuietanzaProfile() {
-    ScreenProfile profile = screens::standardProfile(u"Stampa Atti di Quietanza"_s);
-    profile.frame1Caption = u"Criteri per la generazione degli atti di quietanza "_s;
-    return profile;
-}
-
 // A text box of the label screens: it narrows the search of the tree.
 ExtraControl labelSearchField(const char* name, const QString& caption) {
     ExtraControl control{
@@ -57,10 +42,6 @@ ScreenProfile labelProfile(screens::TreeHolds holds, const char* secondField,
 
 }  // namespace
 
-FrmSommeConsegnate::FrmSommeConsegnate() : FilterScreen(sommeConsegnateProfile()) {}
-FrmStampaQuietanza::FrmStampaQuietanza()
-    : FilterScreen(screens::standardProfile(u"Stampa Quietanza"_s)) {}
-FrmStampaAttoQuietanza::FrmStampaAttoQuietanza() : FilterScreen(attoQuietanzaProfile()) {}
 FrmStampaEtichette::FrmStampaEtichette()
     : FilterScreen(labelProfile(screens::TreeHolds::Boards, "txtAAMS", u"Codice AAMS"_s,
                                 u"Visualizza anche schede senza codice a barre"_s)) {}

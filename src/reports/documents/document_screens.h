@@ -2,24 +2,10 @@
 // for the stock.
 #pragma once
 
+#include "reports/documents/documenti_screens.h"
 #include "screens/filter_screen.h"
 
 namespace lorvane::reports {
-
-class FrmSommeConsegnate final : public screens::FilterScreen {
-  public:
-    FrmSommeConsegnate();
-};
-
-class FrmStampaQuietanza final : public screens::FilterScreen {
-  public:
-    FrmStampaQuietanza();
-};
-
-class FrmStampaAttoQuietanza final : public screens::FilterScreen {
-  public:
-    FrmStampaAttoQuietanza();
-};
 
 class FrmStampaEtichette final : public screens::FilterScreen {
   public:

@@ -1,0 +1,28 @@
+CREATE TABLE AnagraficaConcessionari (
+  id INTEGER PRIMARY KEY AUTOINCREMENT,
+  codiceConcessionario TEXT(20) COLLATE NOCASE,
+  mail TEXT(100) COLLATE NOCASE,
+  descrizione TEXT(100) COLLATE NOCASE,
+  Telefono TEXT(30) COLLATE NOCASE,
+  Fax TEXT(30) COLLATE NOCASE,
+  Contatto TEXT(100) COLLATE NOCASE,
+  TipoCostoRete SMALLINT,
+  Fissogg CURRENCY,
+  ImpiantoLocale CURRENCY,
+  Soglia CURRENCY,
+  ImpiantoMacchina CURRENCY,
+  Percentuale DOUBLE,
+  FormatoDocumenti TEXT(20) COLLATE NOCASE,
+  Ncivico TEXT(10) COLLATE NOCASE,
+  Provincia TEXT(5) COLLATE NOCASE,
+  CAP TEXT(10) COLLATE NOCASE,
+  Localita TEXT(50) COLLATE NOCASE,
+  Indirizzo TEXT(100) COLLATE NOCASE,
+  CodiceConto TEXT(20) COLLATE NOCASE,
+  Piva TEXT(20) COLLATE NOCASE,
+  CodFiscale TEXT(20) COLLATE NOCASE,
+  idOperatore INTEGER,
+  idData DATETIME,
+  Sistema BOOLEAN
+);
+CREATE UNIQUE INDEX AnagraficaConcessionari_codiceConcessionario ON AnagraficaConcessionari (codiceConcessionario);
