@@ -9,6 +9,7 @@
 
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_generator.h"
+#include "host/demo/demo_label_cases.h"
 #include "host/demo/demo_machine_cases.h"
 #include "host/demo/demo_registry.h"
 #include "host/demo/demo_reports.h"
@@ -37,6 +38,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/SaldiCambiamonete.mdb",
                               "Report/SaldiHopper.lrl",
                               "Report/SaldiCambiamonete.lrl",
+                              "Report/Etichette.mdb",
+                              "Report/EtichetteSchede3x8.lrl",
+                              "Report/EtichetteSchede2x7.lrl",
+                              "Report/EtichetteMobili.mdb",
+                              "Report/EtichetteMobili3x8.lrl",
+                              "Report/EtichetteMobili2x7.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -66,6 +73,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeCollections(db, random, registry, firstDay, lastDay);
     writeBoardState(db, registry);
     writeMachineCases(db, firstDay, lastDay);
+    writeLabelCases(db);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

@@ -45,6 +45,14 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {false, 7, "SaldiCambiamonete", "Situazione cambiamonete per locale",
      "Report\\SaldiCambiamonete.lrl", "Report\\SaldiCambiamonete.mdb", 1},
+    {false, 160, "StampaEtichette", "Etichette schede 70 x 37 (3 x 8 per foglio)",
+     "Report\\EtichetteSchede3x8.lrl", "Report\\Etichette.mdb", 1},
+    {false, 161, "StampaEtichette", "Etichette schede 99 x 38 (2 x 7 per foglio)",
+     "Report\\EtichetteSchede2x7.lrl", "Report\\Etichette.mdb", 2},
+    {false, 162, "StampaEtichetteMob", "Etichette mobili 70 x 37 (3 x 8 per foglio)",
+     "Report\\EtichetteMobili3x8.lrl", "Report\\EtichetteMobili.mdb", 1},
+    {false, 163, "StampaEtichetteMob", "Etichette mobili 99 x 38 (2 x 7 per foglio)",
+     "Report\\EtichetteMobili2x7.lrl", "Report\\EtichetteMobili.mdb", 2},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -57,6 +65,10 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {true, 6, "SaldiCambiamonete", "Situazione cambiamonete", "Report\\SaldiCambiamonete.lrl",
      "Report\\SaldiCambiamonete.mdb", 1},
+    {true, 160, "StampaEtichette", "Etichette schede", "Report\\EtichetteSchede3x8.lrl",
+     "Report\\Etichette.mdb", 1},
+    {true, 161, "StampaEtichetteMob", "Etichette mobili", "Report\\EtichetteMobili3x8.lrl",
+     "Report\\EtichetteMobili.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {
@@ -78,8 +90,7 @@ QByteArray resource(const char* code, const QString& file) {
 // expanded; an include nested deeper than a few levels is a loop.
 QByteArray templateScript(const QString& path, int depth = 0) {
     static constexpr QByteArrayView includeLine = "-- include ";
-    if (depth > 4)
-        throw RuntimeError(u"Il modello '%1' include sé stesso."_s.arg(path));
+    if (depth > 4) throw RuntimeError(u"Il modello '%1' include sé stesso."_s.arg(path));
     QByteArray script;
     for (const QByteArray& line : resource(path).split('\n')) {
         if (line.startsWith(includeLine))

@@ -2,6 +2,7 @@
 // for the stock.
 #pragma once
 
+#include "reports/documents/etichette_screens.h"
 #include "screens/filter_screen.h"
 
 namespace lorvane::reports {
@@ -19,16 +20,6 @@ class FrmStampaQuietanza final : public screens::FilterScreen {
 class FrmStampaAttoQuietanza final : public screens::FilterScreen {
   public:
     FrmStampaAttoQuietanza();
-};
-
-class FrmStampaEtichette final : public screens::FilterScreen {
-  public:
-    FrmStampaEtichette();
-};
-
-class FrmStampaEtichetteMobili final : public screens::FilterScreen {
-  public:
-    FrmStampaEtichetteMobili();
 };
 
 }  // namespace lorvane::reports
