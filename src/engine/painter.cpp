@@ -1,5 +1,7 @@
 #include "engine/painter.h"
 
+#include <QVarLengthArray>
+
 #include <zint.h>
 
 #include <QDir>
@@ -70,10 +72,13 @@ void drawBarcode(QPainter& painter, const BarcodeItem& item) {
     const double sy = bars.height() / symbol->vector->height;
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
+    // One call for all the bars: the PDF writer's cost is per call, not per bar.
+    QVarLengthArray<QRectF, 128> rects;
     for (const zint_vector_rect* rect = symbol->vector->rectangles; rect; rect = rect->next) {
-        painter.drawRect(QRectF(bars.left() + rect->x * module, bars.top() + rect->y * sy,
-                                rect->width * module, rect->height * sy));
+        rects.append(QRectF(bars.left() + rect->x * module, bars.top() + rect->y * sy,
+                            rect->width * module, rect->height * sy));
     }
+    painter.drawRects(rects.constData(), int(rects.size()));
     if (item.showText) {
         painter.setFont(
             fontOf(FontSpec{QStringLiteral("Liberation Mono"), textHeight * 0.8}, painter));
