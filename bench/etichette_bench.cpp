@@ -112,12 +112,12 @@ int main(int argc, char** argv) {
 
     const QString anchorFile = folder.filePath(u"anchor.mdb"_s);
     const QString workFile = platform::workFolder() + u"/Etichette.mdb"_s;
-    const double anchorTook =
-        best(command.repeat, [&] { return anchor(installation, anchorFile); });
-    const QString expected = counts(anchorFile);
     ScreenRunner runs(installation);
     runs.open(u"StampaEtichette"_s);
-    const double prepared = best(command.repeat, [&] { return runs.prepare(); });
+    const auto [anchorTook, prepared] = bestInTurns(
+        command.repeat, [&] { return anchor(installation, anchorFile); },
+        [&] { return runs.prepare(); });
+    const QString expected = counts(anchorFile);
     const QString got = counts(workFile);
     const bool rows = got == expected && runs.failure.isEmpty() && runs.messages.isEmpty();
     std::printf("StampaEtichette, \"Tutte le schede\", %d boards in use (best of %d)\n", Boards,
