@@ -11,6 +11,7 @@
 #include "host/demo/demo_document_cases.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_ledger_cases.h"
+#include "host/demo/demo_label_cases.h"
 #include "host/demo/demo_machine_cases.h"
 #include "host/demo/demo_note_cases.h"
 #include "host/demo/demo_registry.h"
@@ -57,6 +58,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/Quietanza.lrl",
                               "Report/AttoQuietanza.mdb",
                               "Report/AttoQuietanza.lrl",
+                              "Report/Etichette.mdb",
+                              "Report/EtichetteSchede3x8.lrl",
+                              "Report/EtichetteSchede2x7.lrl",
+                              "Report/EtichetteMobili.mdb",
+                              "Report/EtichetteMobili3x8.lrl",
+                              "Report/EtichetteMobili2x7.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -89,6 +96,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeLedgerCases(db, firstDay);
     writeNoteCases(db, lastDay);
     writeDocumentCases(db, lastDay);
+    writeLabelCases(db);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

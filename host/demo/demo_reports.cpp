@@ -62,6 +62,14 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\Quietanza.mdb", 1},
     {false, 10, "StampaAttoQuietanza", "Atto di quietanza", "Report\\AttoQuietanza.lrl",
      "Report\\AttoQuietanza.mdb", 1},
+    {false, 160, "StampaEtichette", "Etichette schede 70 x 37 (3 x 8 per foglio)",
+     "Report\\EtichetteSchede3x8.lrl", "Report\\Etichette.mdb", 1},
+    {false, 161, "StampaEtichette", "Etichette schede 99 x 38 (2 x 7 per foglio)",
+     "Report\\EtichetteSchede2x7.lrl", "Report\\Etichette.mdb", 2},
+    {false, 162, "StampaEtichetteMob", "Etichette mobili 70 x 37 (3 x 8 per foglio)",
+     "Report\\EtichetteMobili3x8.lrl", "Report\\EtichetteMobili.mdb", 1},
+    {false, 163, "StampaEtichetteMob", "Etichette mobili 99 x 38 (2 x 7 per foglio)",
+     "Report\\EtichetteMobili2x7.lrl", "Report\\EtichetteMobili.mdb", 2},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -89,6 +97,10 @@ constexpr CatalogueRow catalogue[] = {
     {true, 8, "Quietanza", "Quietanze", "Report\\Quietanza.lrl", "Report\\Quietanza.mdb", 1},
     {true, 9, "StampaAttoQuietanza", "Atti di quietanza", "Report\\AttoQuietanza.lrl",
      "Report\\AttoQuietanza.mdb", 1},
+    {true, 160, "StampaEtichette", "Etichette schede", "Report\\EtichetteSchede3x8.lrl",
+     "Report\\Etichette.mdb", 1},
+    {true, 161, "StampaEtichetteMob", "Etichette mobili", "Report\\EtichetteMobili3x8.lrl",
+     "Report\\EtichetteMobili.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {

@@ -126,6 +126,7 @@ class LayoutReader {
         if (object.contains(u"fill"_s)) spec.fill = QColor(text(object, "fill"));
         spec.imageFile = text(object, "file");
         spec.showText = object.value(u"showText"_s).toBool(true);
+        spec.checkDigit = object.value(u"checkDigit"_s).toBool(false);
         const bool needsField = spec.kind == ItemSpec::Kind::Field ||
                                 spec.kind == ItemSpec::Kind::Sum ||
                                 spec.kind == ItemSpec::Kind::Barcode;
@@ -241,6 +242,8 @@ class LayoutReader {
         layout.labelColumns = int(number(labels, "columns", 1));
         layout.labelGapMm = number(labels, "gap", 0);
         if (layout.labelColumns < 1) fail(u"\"columns\" delle etichette deve essere almeno 1"_s);
+        layout.sheet =
+            readLabelSheet(labels, layout.pageMm, [this](const QString& what) { fail(what); });
 
         layout.reportHeader = band(root, "reportHeader");
         layout.pageHeader = band(root, "pageHeader");

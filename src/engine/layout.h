@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "engine/label_sheet.h"
 #include "engine/page_document.h"
 
 namespace lorvane::engine {
@@ -37,6 +38,7 @@ struct ItemSpec {
     QColor fill = Qt::transparent;  // Box
     QString imageFile;              // Image, relative to the layout file
     bool showText = true;           // Barcode
+    bool checkDigit = false;        // Barcode: the modulo 43 check character added
 };
 
 struct BandSpec {
@@ -60,6 +62,7 @@ struct LayoutSpec {
     double marginLeftMm = 10, marginTopMm = 10, marginRightMm = 10, marginBottomMm = 10;
     int labelColumns = 1;  // detail bands flowing across the page (labels)
     double labelGapMm = 0;
+    LabelSheet sheet;  // labels placed on a sheet, when active (columns and gap unused)
     BandSpec reportHeader, pageHeader, detail, pageFooter, reportFooter;
     std::vector<GroupSpec> groups;  // outermost first
     QString folder;                 // where the layout file stands (for images)

@@ -66,6 +66,7 @@ struct BarcodeItem {
     QRectF rect;
     QString data;  // Code 39
     bool showText = true;
+    bool checkDigit = false;  // the modulo 43 check character after the data
 };
 
 using Primitive = std::variant<TextItem, LineItem, BoxItem, ImageItem, BarcodeItem>;

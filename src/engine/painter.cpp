@@ -1,5 +1,7 @@
 #include "engine/painter.h"
 
+#include <QVarLengthArray>
+
 #include <zint.h>
 
 #include <QDir>
@@ -42,13 +44,20 @@ void drawText(QPainter& painter, const TextItem& item) {
     painter.drawText(item.rect, int(alignmentOf(item.align)) | Qt::TextSingleLine, item.text);
 }
 
-// Code 39 as zint lays it out, scaled into the item's rectangle; the text
-// goes underneath in a small font when asked for.
+// The blank a scanner needs on each side of a Code 39 symbol, in modules
+// (the narrow bar's width).
+constexpr double QuietZoneModules = 10;
+
+// Code 39 as zint lays it out, with the check character when asked for,
+// scaled into the item's rectangle less a quiet zone on either side; the
+// text (the data, without the check character) goes underneath in a small
+// font when asked for.
 void drawBarcode(QPainter& painter, const BarcodeItem& item) {
     if (item.data.isEmpty()) return;
     std::unique_ptr<zint_symbol, decltype(&ZBarcode_Delete)> symbol(ZBarcode_Create(),
                                                                     ZBarcode_Delete);
     symbol->symbology = BARCODE_CODE39;
+    symbol->option_2 = item.checkDigit ? 1 : 0;
     symbol->show_hrt = 0;
     const QByteArray data = item.data.toLatin1();
     if (ZBarcode_Encode(symbol.get(), reinterpret_cast<const unsigned char*>(data.constData()),
@@ -57,16 +66,19 @@ void drawBarcode(QPainter& painter, const BarcodeItem& item) {
         return;  // characters Code 39 cannot carry: nothing is drawn, as a printer would
     }
     const double textHeight = item.showText ? std::min(item.rect.height() * 0.3, 9.0) : 0;
-    const QRectF bars(item.rect.left(), item.rect.top(), item.rect.width(),
-                      item.rect.height() - textHeight);
-    const double sx = bars.width() / symbol->vector->width;
+    const double module = item.rect.width() / (symbol->vector->width + 2 * QuietZoneModules);
+    const QRectF bars(item.rect.left() + QuietZoneModules * module, item.rect.top(),
+                      symbol->vector->width * module, item.rect.height() - textHeight);
     const double sy = bars.height() / symbol->vector->height;
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
+    // One call for all the bars: the PDF writer's cost is per call, not per bar.
+    QVarLengthArray<QRectF, 128> rects;
     for (const zint_vector_rect* rect = symbol->vector->rectangles; rect; rect = rect->next) {
-        painter.drawRect(QRectF(bars.left() + rect->x * sx, bars.top() + rect->y * sy,
-                                rect->width * sx, rect->height * sy));
+        rects.append(QRectF(bars.left() + rect->x * module, bars.top() + rect->y * sy,
+                            rect->width * module, rect->height * sy));
     }
+    painter.drawRects(rects.constData(), int(rects.size()));
     if (item.showText) {
         painter.setFont(
             fontOf(FontSpec{QStringLiteral("Liberation Mono"), textHeight * 0.8}, painter));

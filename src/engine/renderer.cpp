@@ -261,6 +261,7 @@ class Renderer {
         y_ = top_;
         pageHasBody_ = false;
         labelColumn_ = 0;
+        sheetLabel_ = first ? layout_.sheet.startAt - 1 : 0;
         if (first && !layout_.reportHeader.isEmpty()) {
             document_.pages.back().bands.push_back(
                 makeBand(layout_.reportHeader, BandKind::ReportHeader, 0, left_, y_));
@@ -296,6 +297,15 @@ class Renderer {
         if (band.isEmpty()) return;
         const double height = band.heightMm * PointsPerMm;
         double x = left_;
+        if (kind == BandKind::Detail &&
+            layout_.sheet.active()) {  // each label where the sheet has it
+            if (sheetLabel_ == layout_.sheet.labelsPerSheet()) newPage();
+            const QPointF corner = layout_.sheet.cornerMm(sheetLabel_++) * PointsPerMm;
+            document_.pages.back().bands.push_back(
+                makeBand(band, kind, level, corner.x(), corner.y()));
+            pageHasBody_ = true;
+            return;
+        }
         if (kind == BandKind::Detail && layout_.labelColumns > 1) {
             if (labelColumn_ == 0 && y_ + height > footerTop_) newPage();
             const double gap = layout_.labelGapMm * PointsPerMm;
@@ -385,7 +395,7 @@ class Renderer {
             case ItemSpec::Kind::Barcode: {
                 const Variant& value =
                     row_.empty() ? nullValue() : row_[size_t(fieldIndex_.value(item.field))];
-                return BarcodeItem{rect, value.text(), item.showText};
+                return BarcodeItem{rect, value.text(), item.showText, item.checkDigit};
             }
         }
         return TextItem{};
@@ -506,6 +516,7 @@ class Renderer {
     double y_ = 0;
     bool pageHasBody_ = false;
     int labelColumn_ = 0;
+    int sheetLabel_ = 0;  // the next label of the sheet on the page
     std::vector<int> groupFields_;
     QHash<QString, int> fieldIndex_;
     QHash<QString, int> summed_;

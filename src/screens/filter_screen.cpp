@@ -132,6 +132,7 @@ void FilterScreen::wireControls() {
 void FilterScreen::load() { Form_Load(); }
 
 void FilterScreen::Form_Load() {
+    Form_Load_Inizio();
     centreOnScreen();
     setWindowTitle(u"..:: "_s + Titolo() + u" ::.."_s);
     if (profile_.codiceStampa)

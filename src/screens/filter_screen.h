@@ -110,8 +110,33 @@ class FilterScreen : public QWidget {
     virtual db::RecordsetPtr PreparaLocali();
     // What a screen's Form_Load does beyond the frame's, at its end.
     virtual void Form_Load_Proprio() {}
+    // What a screen's Form_Load does before anything of the frame's; a
+    // failure here stops the opening.
+    virtual void Form_Load_Inizio() {}
+
+    // The values a screen gives the suite's search grid: its module and
+    // caption, the column whose values it answers with, and the column the
+    // open rows are filtered by for each value picked.
+    struct GrigliaRicerca {
+        QString modulo;
+        QString caption;
+        QString campoRicerca;
+        QString campoFiltro;
+    };
+    // The grid over the rows `apri` opens, after the lists of views and
+    // operators. Until the grid has answered a failure is shown (critical
+    // icon) and nothing changes; an empty answer changes nothing. Then, with
+    // errors passed over, the root goes into the tree, ticked, and `aggiungi`
+    // gets the open rows filtered on each pick in turn; last the tree is
+    // expanded and ChkTutti switched off.
+    void cercaInGriglia(const GrigliaRicerca& griglia,
+                        const std::function<db::RecordsetPtr()>& apri,
+                        const std::function<void(db::Recordset&)>& aggiungi);
 
     void setMousePointer(int pointer);
+    // Adds the root of the tree, with the text of what the tree holds;
+    // throws when it is there already.
+    void addTreeRoot();
     // The host of the module.
     entry::HostApplication& host() const;
 
@@ -170,7 +195,6 @@ class FilterScreen : public QWidget {
     void fillCausali();
     void setOpeningState();
     void applyValue(const ExtraControl& extra, const ExtraControl::Value& value);
-    void addTreeRoot();
     void ChkTutti_Click();
     // Runs `handler` on each click; a failure none of its own handlers took is shown.
     void onClick(QPushButton* button, std::function<void()> handler);

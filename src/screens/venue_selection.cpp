@@ -75,25 +75,34 @@ QString FilterScreen::sqlLocaleScelto(const QString& code, bool sospesi) const {
 }
 
 // The picks of the grid add to the tree; a venue already there stays once.
-// Until the grid has answered, a failure is shown and changes nothing.
 void FilterScreen::CmdElenco_Click() {
-    db::RecordsetPtr venues;
+    const bool sospesi = chkSospesi && chkSospesi->isChecked();
+    cercaInGriglia(
+        {u"AnagLocali"_s, u"Anagrafica Locali"_s, u"codlocale"_s, u"codlocale"_s},
+        [&] { return host().OpenRecordset(gridStatement(sospesi)); },
+        [this](db::Recordset& venue) { addVenueNode(*Tree, venue); });
+}
+
+void FilterScreen::cercaInGriglia(const GrigliaRicerca& griglia,
+                                  const std::function<db::RecordsetPtr()>& apri,
+                                  const std::function<void(db::Recordset&)>& aggiungi) {
+    db::RecordsetPtr rows;
     QString risposta;
     const bool answered = platform::showErrorAndLeave(
         [&] {
             db::RecordsetPtr viste = host().OpenRecordSetPreferenze(u"select * from viste"_s);
             db::RecordsetPtr operatori = host().OpenRecordset(u"select * from operatori"_s);
-            venues = host().OpenRecordset(gridStatement(chkSospesi && chkSospesi->isChecked()));
+            rows = apri();
             auto grid = platform::createComponent<entry::SearchComponent>(
                 QLatin1String(entry::SearchComponent::ProgId));
             grid->SetUser(host().User());
-            grid->SetModulo(u"AnagLocali"_s);
-            grid->SetCaption(u"Anagrafica Locali"_s);
-            venues->SetFilter(QString());
-            grid->SetRecordset(venues);
+            grid->SetModulo(griglia.modulo);
+            grid->SetCaption(griglia.caption);
+            rows->SetFilter(QString());
+            grid->SetRecordset(rows);
             grid->SetRecordsetOperatori(operatori);
             grid->SetRecordsetViste(viste);
-            grid->SetCampoRicerca(u"codlocale"_s);
+            grid->SetCampoRicerca(griglia.campoRicerca);
             grid->SetPercorsoPers(host().Percorso() + u"pers\\"_s);
             grid->SetPercorso(host().Percorso());
             grid->Setselezionemultipla(true);
@@ -110,11 +119,12 @@ void FilterScreen::CmdElenco_Click() {
     const QString root = QLatin1String(KeyedTree::RootKey);
     platform::ignoreErrors([&] { addTreeRoot(); });
     Tree->setTicked(Tree->node(root), true);
+    // Each pick is followed by "|": the piece behind the last one is not a pick.
     const QStringList picks = risposta.split(u'|');
     for (qsizetype i = 0; i + 1 < picks.size(); ++i) {
         platform::ignoreErrors([&] {
-            venues->SetFilter(u"codlocale='"_s + picks[i] + u'\'');
-            addVenueNode(*Tree, *venues);
+            rows->SetFilter(griglia.campoFiltro + u"='"_s + picks[i] + u'\'');
+            aggiungi(*rows);
         });
     }
     Tree->EspandiAlbero();

@@ -340,6 +340,32 @@ TEST_P(LedgerCardRun, TheClosingBalanceIsThatOfEveryLineUpToTheEnd) {
                      u"set"_s,        u"txtAllaData=31/03/2025"_s};
     args << row.choose(venue, index) << u"pick"_s << u"List1=0"_s << u"click"_s << u"CmdPdf"_s;
     const ProcessResult run = lorvane(args);
+// Label sheets printed to PDF, rasterised at 300 dpi by pdftoppm and read by
+// zbarimg: every label's bar code is the stored code of its row, and every
+// row with a code has its label ("Tutte le schede", "Tutti i Mobili").
+struct LabelRow {
+    const char* code;
+    int layout;       // the row of List1
+    bool checkDigit;  // the layout adds the Code 39 check character
+    QString sql;      // the codes the labels carry
+};
+
+class LabelReportRun : public ReportRun, public ::testing::WithParamInterface<LabelRow> {};
+
+// The Code 39 check character: the sum of the characters' values, modulo 43.
+QString withCheck(const QString& code) {
+    static const QString alphabet = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%"_s;
+    int sum = 0;
+    for (QChar c : code)
+        sum += int(alphabet.indexOf(c));
+    return code + alphabet[sum % 43];
+}
+
+TEST_P(LabelReportRun, EveryBarCodeDecodesToItsRowsCode) {
+    const LabelRow& row = GetParam();
+    const ProcessResult run = lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s,
+                                       installation(), u"--today"_s, u"30/04/2025"_s, u"pick"_s,
+                                       u"List1=%1"_s.arg(row.layout), u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
     const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
@@ -494,6 +520,41 @@ TEST_F(NotesReportRun, TheAdvancesAreRepairedOnceAndTheirOpenBalanceIsTheMainDat
     EXPECT_NE(expected, u"0.00"_s);
     EXPECT_EQ(figure(text, u"\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,\\d\\d)"_s), expected);
 }
+    ASSERT_FALSE(pdf.isEmpty()) << run.out.toStdString();
+    QTemporaryDir pages;
+    ASSERT_EQ(runProgram(u"pdftoppm"_s, {u"-r"_s, u"300"_s, u"-gray"_s, u"-png"_s, pdf,
+                                         pages.filePath(u"pagina"_s)})
+                  .exitCode,
+              0);
+    QStringList decoded;
+    for (const QString& png : QDir(pages.path()).entryList({u"*.png"_s}, QDir::Files))
+        decoded += runProgram(u"zbarimg"_s, {u"--quiet"_s, u"--raw"_s, pages.filePath(png)})
+                       .out.split(u'\n', Qt::SkipEmptyParts);
+    decoded.sort();
+
+    const ProcessResult codes = lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s, row.sql});
+    QStringList expected;
+    for (const QString& line : codes.out.trimmed().split(u'\n').mid(1)) {
+        const QString code = QString(line).remove(u'"');
+        expected << (row.checkDigit ? withCheck(code) : code);
+    }
+    expected.sort();
+    EXPECT_GT(expected.size(), 30);
+    EXPECT_EQ(decoded, expected);
+}
+
+const QString boardsWithCode =
+    u"SELECT CodiceABarre FROM MagSchede WHERE (Obsoleto = 0 OR Obsoleto IS NULL) AND (Venduto "
+    u"= 0 OR Venduto IS NULL) AND (Dismesso = 0 OR Dismesso IS NULL) AND CodiceABarre <> ''"_s;
+const QString cabinetsWithCode =
+    u"SELECT CodiceABarre FROM MagMobili WHERE (Obsoleto = 0 OR Obsoleto IS NULL) AND (Venduto "
+    u"= 0 OR Venduto IS NULL) AND (Dismesso = 0 OR Dismesso IS NULL) AND CodiceABarre <> ''"_s;
+
+INSTANTIATE_TEST_SUITE_P(Labels, LabelReportRun,
+                         ::testing::Values(LabelRow{"StampaEtichette", 0, false, boardsWithCode},
+                                           LabelRow{"StampaEtichette", 1, true, boardsWithCode},
+                                           LabelRow{"StampaEtichetteMob", 0, false,
+                                                    cabinetsWithCode}));
 
 }  // namespace
 }  // namespace lorvane
