@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "host/demo/demo_cash_cases.h"
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_generator.h"
 #include "host/demo/demo_machine_cases.h"
@@ -37,6 +38,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/SaldiCambiamonete.mdb",
                               "Report/SaldiHopper.lrl",
                               "Report/SaldiCambiamonete.lrl",
+                              "Report/Cassa.mdb",
+                              "Report/Cassa.lrl",
+                              "Report/Registro.mdb",
+                              "Report/Registro.lrl",
+                              "Report/RegistroComodato.mdb",
+                              "Report/RegistroComodato.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -66,6 +73,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeCollections(db, random, registry, firstDay, lastDay);
     writeBoardState(db, registry);
     writeMachineCases(db, firstDay, lastDay);
+    writeCashCases(db);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

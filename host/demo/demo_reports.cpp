@@ -45,6 +45,12 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {false, 7, "SaldiCambiamonete", "Situazione cambiamonete per locale",
      "Report\\SaldiCambiamonete.lrl", "Report\\SaldiCambiamonete.mdb", 1},
+    {false, 8, "StampaCassa", "Cassa per giorno e locale", "Report\\Cassa.lrl", "Report\\Cassa.mdb",
+     1},
+    {false, 9, "StampaRegistro", "Registro dei corrispettivi", "Report\\Registro.lrl",
+     "Report\\Registro.mdb", 1},
+    {false, 10, "StampaRegistro2", "Registro dei corrispettivi con comodato",
+     "Report\\RegistroComodato.lrl", "Report\\RegistroComodato.mdb", 1},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -57,6 +63,11 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\SaldiHopper.mdb", 1},
     {true, 6, "SaldiCambiamonete", "Situazione cambiamonete", "Report\\SaldiCambiamonete.lrl",
      "Report\\SaldiCambiamonete.mdb", 1},
+    {true, 7, "StampaCassa", "Cassa per giorno", "Report\\Cassa.lrl", "Report\\Cassa.mdb", 1},
+    {true, 8, "StampaRegistro", "Registro dei corrispettivi", "Report\\Registro.lrl",
+     "Report\\Registro.mdb", 1},
+    {true, 9, "StampaRegistro2", "Registro con comodato", "Report\\RegistroComodato.lrl",
+     "Report\\RegistroComodato.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {
@@ -78,8 +89,7 @@ QByteArray resource(const char* code, const QString& file) {
 // expanded; an include nested deeper than a few levels is a loop.
 QByteArray templateScript(const QString& path, int depth = 0) {
     static constexpr QByteArrayView includeLine = "-- include ";
-    if (depth > 4)
-        throw RuntimeError(u"Il modello '%1' include sé stesso."_s.arg(path));
+    if (depth > 4) throw RuntimeError(u"Il modello '%1' include sé stesso."_s.arg(path));
     QByteArray script;
     for (const QByteArray& line : resource(path).split('\n')) {
         if (line.startsWith(includeLine))

@@ -139,6 +139,7 @@ void FilterScreen::Form_Load() {
     output::CaricaElencoStampe(List1, List2);
     if (Tab1) Tab1->setCurrentIndex(0);
     fillLists();
+    Form_Load_DopoElenchi();
     fillCausali();
     setOpeningState();
     if (profile_.loadCallsReset) CaricaAlbero();

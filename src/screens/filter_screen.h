@@ -88,6 +88,8 @@ class FilterScreen : public QWidget {
     virtual qint16 PreparaDati();
     // Fills the tree from the criteria typed (the venue search).
     virtual void CmdRicerca_Click();
+    // The statement of the venue search: the profile's forms over the criteria.
+    virtual QString sqlRicerca() const;
     // Adds to the tree the venues picked in the suite's search grid.
     virtual void CmdElenco_Click();
     // Rebuilds AnagraficaLocali_Tmp of the main database and the work table
@@ -96,6 +98,8 @@ class FilterScreen : public QWidget {
     virtual db::RecordsetPtr PreparaLocali();
     // What a screen's Form_Load does beyond the frame's, at its end.
     virtual void Form_Load_Proprio() {}
+    // What a screen's Form_Load reads between its lists and its causali.
+    virtual void Form_Load_DopoElenchi() {}
 
     void setMousePointer(int pointer);
     // The host of the module.

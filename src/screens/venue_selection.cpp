@@ -42,16 +42,24 @@ void FilterScreen::CmdRicerca_Click() {
     Tree->clearNodes();
     addTreeRoot();
     Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
-    const SearchForms& forms =
-        profile_.searchForms ? *profile_.searchForms : referenceSearchForms();
-    db::RecordsetPtr venues = host().OpenRecordset(sqlRicercaLocali(criteri(), forms));
+    db::RecordsetPtr venues = host().OpenRecordset(sqlRicerca());
     if (venues->RecordCount() > 0) {
-        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
-            addVenueNode(*Tree, *venues);
+        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext()) {
+            if (profile_.searchSkipsRepeats) {
+                platform::ignoreErrors([&] { addVenueNode(*Tree, *venues); });
+            } else {
+                addVenueNode(*Tree, *venues);
+            }
+        }
     }
     venues->Close();
     Tree->EspandiAlbero();
     ChkTutti->setChecked(false);
+}
+
+QString FilterScreen::sqlRicerca() const {
+    return sqlRicercaLocali(criteri(),
+                            profile_.searchForms ? *profile_.searchForms : referenceSearchForms());
 }
 
 // The picks of the grid add to the tree; a venue already there stays once.

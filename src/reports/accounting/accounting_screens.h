@@ -1,25 +1,11 @@
 // The screens of the accounting reports: cash, registers and ledgers. The
-// trial balance has a unit of its own (frm_stampa_bilancio).
+// trial balance, the cash report and the registers have units of their own.
 #pragma once
 
+#include "reports/accounting/registri_screens.h"
 #include "screens/filter_screen.h"
 
 namespace lorvane::reports {
-
-class FrmStampaCassa final : public screens::FilterScreen {
-  public:
-    FrmStampaCassa();
-};
-
-class FrmStampaRegistro final : public screens::FilterScreen {
-  public:
-    FrmStampaRegistro();
-};
-
-class frmStampaRegistro2 final : public screens::FilterScreen {
-  public:
-    frmStampaRegistro2();
-};
 
 class FrmStampaSchedaLocale final : public screens::FilterScreen {
   public:
