@@ -152,6 +152,9 @@ void makeLoans(const QString& database) {
 double anchorLoans(const QString& database) {
     const auto start = Clock::now();
     sqlite3* db = openRaw(database);
+    // As the suite's host opens its main database.
+    exec(db, u"PRAGMA journal_mode=WAL"_s);
+    exec(db, u"PRAGMA synchronous=NORMAL"_s);
     sqlite3_stmt* lines = nullptr;
     sqlite3_prepare_v2(db,
                        "SELECT nt.id, (nr.Dare-nr.Avere) FROM (NoteTeste nt INNER JOIN NoteRighe "
@@ -215,6 +218,12 @@ int main(int argc, char** argv) {
         runs.open(QLatin1String(report.code));
         runs.act(ScreenAction::Kind::Set, u"txtDallaData"_s, FirstDay.toString(u"dd/MM/yyyy"_s));
         runs.act(ScreenAction::Kind::Set, u"txtAllaData"_s, LastDay.toString(u"dd/MM/yyyy"_s));
+        // Every note of the causali, those without takings too.
+        if (report.registro) {
+            runs.act(ScreenAction::Kind::Set, u"chkEscludi"_s, u"0"_s);
+            for (const QString& causale : QString::fromLatin1(report.causali).split(u", "_s))
+                runs.act(ScreenAction::Kind::Tick, u"ListCausali"_s, causale.mid(1).chopped(1));
+        }
         runs.act(ScreenAction::Kind::Click, u"CmdRicerca"_s);
         QStringList ticked = runs.tickedVenues();
         ticked.sort();

@@ -26,7 +26,7 @@ namespace {
 constexpr double step = 17;
 
 // Adds `righe` to the 16-bit count of a run.
-void conta(qint16& count, qint16 righe) { count = screens::contoRighe(qint64(count) + righe); }
+void conta(qint16& count, int righe) { count = screens::contoRighe(qint64(count) + righe); }
 
 }  // namespace
 
@@ -91,22 +91,22 @@ qint16 FrmStampaRegistro::PreparaDati() {
     Bar1->setMaximum(100);
     svuotaTabelle();
     qint16 count = 0;
+    db::RecordsetPtr teste, righe, incassi;
     const double share = step / double(lotti.size());
     for (qsizetype i = 0; i < lotti.size(); ++i) {
         platform::showErrorAndGoOn([&] {
-            conta(count,
-                  screens::copiaDalPrincipale(sqlNoteRegistro(PartiNota::Teste, criteri, lotti[i]),
-                                              u"NoteTeste"_s, columns::NoteTeste47));
+            conta(count, copiaNote(sqlNoteRegistro(PartiNota::Teste, criteri, lotti[i]),
+                                   u"NoteTeste"_s, teste, columns::NoteTeste47));
         });
         barra(double(i + 1) * share);
         platform::showErrorAndGoOn([&] {
-            screens::copiaDalPrincipale(sqlNoteRegistro(PartiNota::Righe, criteri, lotti[i]),
-                                        u"NoteRighe"_s, columns::NoteRighe10);
+            copiaNote(sqlNoteRegistro(PartiNota::Righe, criteri, lotti[i]), u"NoteRighe"_s, righe,
+                      columns::NoteRighe10);
         });
         barra(double(i + 2) * share);
         platform::showErrorAndGoOn([&] {
-            screens::copiaDalPrincipale(sqlNoteRegistro(PartiNota::Incassi, criteri, lotti[i]),
-                                        u"NoteIncassi"_s, columns::NoteIncassi61);
+            copiaNote(sqlNoteRegistro(PartiNota::Incassi, criteri, lotti[i]), u"NoteIncassi"_s,
+                      incassi, columns::NoteIncassi61);
         });
         barra(double(i + 3) * share);
     }

@@ -8,7 +8,6 @@
 #include "platform/error_handling.h"
 #include "platform/windows.h"
 #include "reports/accounting/registri_screens.h"
-#include "screens/preparation.h"
 #include "workdb/column_lists.h"
 #include "workdb/copy_routines.h"
 #include "workdb/work_database.h"
@@ -59,10 +58,11 @@ qint16 FrmStampaCassa::PreparaDati() {
     Bar1->setMaximum(100);
     svuotaTabelle();
     qint16 count = 0;
+    db::RecordsetPtr teste;
     for (qsizetype i = 0; i < lotti.size(); ++i) {
         platform::showErrorAndGoOn([&] {
-            const qint16 righe = screens::copiaDalPrincipale(
-                sqlNoteCassa(criteri, lotti[i]), u"NoteTeste"_s, workdb::columns::NoteTeste47);
+            const int righe = copiaNote(sqlNoteCassa(criteri, lotti[i]), u"NoteTeste"_s, teste,
+                                        workdb::columns::NoteTeste47);
             count = screens::contoRighe(qint64(count) + righe);
         });
         barra(step * double(i + 1) / double(lotti.size()));
@@ -86,6 +86,7 @@ qint16 FrmStampaCassa::PreparaDati() {
         parametri->Close();
     });
     barra(100);
+    teste.reset();
     platform::ignoreErrors([] { workdb::ConnessioneTemporanea().Close(); });
     return count;
 }

@@ -58,6 +58,7 @@ void NotePeriodo::copiaCollegati(const FormeCollegate& forme, bool virgolette,
         workdb::ConnessioneTemporanea().OpenRecordset(QLatin1String(forme.gruppo));
     const int totale = gruppo->RecordCount();
     if (totale < 1) return;
+    db::RecordsetPtr destinazione;
     QStringList valori;
     int visti = 0;
     for (gruppo->MoveFirst(); !gruppo->Eof(); gruppo->MoveNext()) {
@@ -66,13 +67,21 @@ void NotePeriodo::copiaCollegati(const FormeCollegate& forme, bool virgolette,
         if (++visti % valuesPerStatement == 0 || visti == totale) {
             db::RecordsetPtr origine =
                 host().OpenRecordset(QLatin1String(forme.origine) + valori.join(u", "_s) + u")"_s);
-            db::RecordsetPtr destinazione =
-                workdb::ApriTabellaTemporanea(QLatin1String(forme.destinazione));
+            if (!destinazione)
+                destinazione = workdb::ApriTabellaTemporanea(QLatin1String(forme.destinazione));
             workdb::CopiaTabella(QLatin1String(forme.colonne), *origine, *destinazione, 1, u"id"_s);
             valori.clear();
         }
         passo(double(visti) / totale);
     }
+}
+
+int NotePeriodo::copiaNote(const QString& sql, const QString& tabella, db::RecordsetPtr& aperta,
+                           const char* colonne) {
+    db::RecordsetPtr origine = host().OpenRecordset(sql);
+    if (!aperta) aperta = workdb::ApriTabellaTemporanea(u"SELECT * FROM "_s + tabella);
+    workdb::CopiaTabella(QLatin1String(colonne), *origine, *aperta, 0);
+    return origine->RecordCount();
 }
 
 void NotePeriodo::copiaAziende(const QString& azienda) {

@@ -30,6 +30,12 @@ class NotePeriodo : public screens::FilterScreen {
     // between single quotes. `passo` is told how far the walk has gone (0 to 1).
     void copiaCollegati(const FormeCollegate& forme, bool virgolette,
                         const std::function<void(double)>& passo);
+    // The rows of `sql` on the main database into the work table `tabella`,
+    // the columns `colonne`, all of them; gives how many there were. The work
+    // table is opened on the first call with a null `aperta` and kept there
+    // for the next batches, so that its rows are not read again each time.
+    int copiaNote(const QString& sql, const QString& tabella, db::RecordsetPtr& aperta,
+                  const char* colonne);
     // The company chosen, or all, into the work table, skipping ids already there.
     void copiaAziende(const QString& azienda);
     // Bar1 at `valore` out of 100.
