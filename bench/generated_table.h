@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <functional>
+#include <utility>
 
 struct sqlite3;
 
@@ -43,6 +44,18 @@ double best(int repeat, Run run) {
     double result = 1e9;
     for (int i = 0; i < repeat; ++i)
         result = std::min(result, run());
+    return result;
+}
+// The fastest of `repeat` runs of an anchor and of what is measured against
+// it, taken in turns, so that a machine busier at one moment than at another
+// weighs on both alike.
+template <typename Anchor, typename Run>
+std::pair<double, double> bestInTurns(int repeat, Anchor anchor, Run run) {
+    std::pair<double, double> result{1e9, 1e9};
+    for (int i = 0; i < repeat; ++i) {
+        result.first = std::min(result.first, anchor());
+        result.second = std::min(result.second, run());
+    }
     return result;
 }
 // A value of /proc/self/status in kB ("VmRSS", "VmHWM"), -1 when unreadable.

@@ -102,14 +102,16 @@ QString writeInstallation(const QString& folder, int venues, int months) {
     return folder;
 }
 
-// The best preparation of `code` over all venues, and its count of rows.
-double situation(const QString& installation, const QString& code, int repeat, qint16& rows) {
-    ScreenRunner runs(installation);
-    runs.open(code);
-    const double took = best(repeat, [&] { return runs.prepare(); });
-    rows = runs.failure.isEmpty() ? runs.rows : -1;
-    return took;
-}
+// A screen of `code` on an installation, ready to prepare over all venues.
+struct Situation {
+    Situation(const QString& installation, const QString& code) : runs(installation) {
+        runs.open(code);
+    }
+    double prepare() { return runs.prepare(); }
+    // The rows the last preparation counted, -1 when it failed.
+    qint16 rows() const { return runs.failure.isEmpty() ? runs.rows : qint16(-1); }
+    ScreenRunner runs;
+};
 
 }  // namespace
 
@@ -134,9 +136,10 @@ int main(int argc, char** argv) {
     runs.open(u"PercPagamentoP"_s);
     runs.act(ScreenAction::Kind::Set, u"txtDallaData"_s, FirstDay.toString(u"dd/MM/yyyy"_s));
     runs.act(ScreenAction::Kind::Set, u"txtAllaData"_s, LastDay.toString(u"dd/MM/yyyy"_s));
-    const double allAnchor = best(repeat, [&] { return anchorPartial(year, anchorFile, {}); });
+    const auto [allAnchor, all] = bestInTurns(
+        repeat, [&] { return anchorPartial(year, anchorFile, {}); },
+        [&] { return runs.prepare(); });
     const QString allExpected = partialCounts(anchorFile);
-    const double all = best(repeat, [&] { return runs.prepare(); });
     const QString allCounts = partialCounts(workFile);
     const QString allFailure = runs.failure;
 
@@ -146,9 +149,10 @@ int main(int argc, char** argv) {
     runs.act(ScreenAction::Kind::Untick, u"Tree"_s, u"A"_s);
     for (const QString& venue : ticked)
         runs.act(ScreenAction::Kind::Tick, u"Tree"_s, u"A"_s + venue);
-    const double someAnchor = best(repeat, [&] { return anchorPartial(year, anchorFile, ticked); });
+    const auto [someAnchor, some] = bestInTurns(
+        repeat, [&] { return anchorPartial(year, anchorFile, ticked); },
+        [&] { return runs.prepare(); });
     const QString someExpected = partialCounts(anchorFile);
-    const double some = best(repeat, [&] { return runs.prepare(); });
     const QString someCounts = partialCounts(workFile);
 
     std::printf("\nPercPagamentoP over %s to %s (best of %d)\n",
@@ -177,9 +181,10 @@ int main(int argc, char** argv) {
     // The last notes: six months against twelve, all venues.
     std::printf("\nlast notes, all venues: 6 months against 12 (best of %d)\n", repeat);
     for (const QString& code : {u"SaldiHopper"_s, u"SaldiCambiamonete"_s}) {
-        qint16 halfRows = 0, yearRows = 0;
-        const double shorter = situation(half, code, repeat, halfRows);
-        const double longer = situation(year, code, repeat, yearRows);
+        Situation onHalf(half, code), onYear(year, code);
+        const auto [shorter, longer] = bestInTurns(
+            repeat, [&] { return onHalf.prepare(); }, [&] { return onYear.prepare(); });
+        const qint16 halfRows = onHalf.rows(), yearRows = onYear.rows();
         const double factor = longer / shorter;
         const bool met = factor <= 2 && halfRows > 0 && yearRows > 0;
         std::printf(

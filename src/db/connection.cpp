@@ -90,15 +90,20 @@ const TranslatedSql& Session::translate(const QString& accessSql) {
 
 sqlite3_stmt* Session::prepare(const QString& sqliteSql, const QString& accessSql) {
     sqlite3* db = handle();
-    if (auto found = statements_.constFind(sqliteSql); found != statements_.constEnd()) {
-        sqlite3_reset(*found);
-        sqlite3_clear_bindings(*found);
-        return *found;
+    const bool sameText = lastStatement_ && sqliteSql.constData() == lastText_.constData() &&
+                          sqliteSql.size() == lastText_.size();
+    if (sqlite3_stmt* found = sameText ? lastStatement_ : statements_.value(sqliteSql)) {
+        sqlite3_reset(found);
+        sqlite3_clear_bindings(found);
+        lastText_ = sqliteSql;
+        lastStatement_ = found;
+        return found;
     }
     if (statements_.size() >= StatementCacheLimit) {
         for (sqlite3_stmt* statement : std::as_const(statements_))
             sqlite3_finalize(statement);
         statements_.clear();
+        lastStatement_ = nullptr;
     }
     const QByteArray utf8 = sqliteSql.toUtf8();
     sqlite3_stmt* statement = nullptr;
@@ -112,6 +117,8 @@ sqlite3_stmt* Session::prepare(const QString& sqliteSql, const QString& accessSq
         throw RuntimeError(u"È ammessa una sola istruzione SQL alla volta: "_s + accessSql);
     }
     statements_.insert(sqliteSql, statement);
+    lastText_ = sqliteSql;
+    lastStatement_ = statement;
     return statement;
 }
 
@@ -154,6 +161,7 @@ void Session::close() {
     for (sqlite3_stmt* statement : std::as_const(statements_))
         sqlite3_finalize(statement);
     statements_.clear();
+    lastStatement_ = nullptr;
     translations_.clear();
     sqlite3_close_v2(db_);
     db_ = nullptr;

@@ -562,10 +562,17 @@ void Recordset::insertPending() {
         insertedFields_ = std::move(assignedFields);
     }
     // The row is encoded once: the bytes that are kept are the bytes bound.
+    // A counter the row id gives is written as the id the table will most
+    // likely give, the last one plus one, and written again only when the
+    // database gave another.
+    const std::optional<qint64> likelyId =
+        counterFromRowId_ && !rowIds_.empty() ? std::optional(rowIds_.back() + 1) : std::nullopt;
     RowStore::Writer& writer = store_->writer();
-    for (const std::optional<Variant>& value : pending_) {
-        if (value) {
+    for (int i = 0; i < int(pending_.size()); ++i) {
+        if (const std::optional<Variant>& value = pending_[size_t(i)]; value) {
             writer.addVariant(*value);
+        } else if (i == counterField_ && likelyId) {
+            writer.addVariant(Variant::fromInt64(*likelyId));
         } else {
             writer.addNull();
         }
@@ -586,7 +593,7 @@ void Recordset::insertPending() {
     rowIds_.push_back(rowId);
     if (!readBackSql_.isEmpty()) {
         readBack(row, unassigned);
-    } else if (counterFromRowId_) {
+    } else if (counterFromRowId_ && rowId != likelyId) {
         store_->replaceCell(row, counterField_, Variant::fromInt64(rowId));
         viewedRow_ = -1;
     }

@@ -62,6 +62,10 @@ class Session {
     QString path_;
     QHash<QString, TranslatedSql> translations_;
     QHash<QString, sqlite3_stmt*> statements_;
+    // The statement handed out last, with its text: a loop that prepares the
+    // same text object row after row finds it without hashing the text.
+    QString lastText_;
+    sqlite3_stmt* lastStatement_ = nullptr;
     bool writing_ = false;
     LockWait lockWait_;
 };

@@ -1,6 +1,7 @@
 #include "platform/windows.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QPointer>
 #include <QWidget>
@@ -8,6 +9,8 @@
 namespace lorvane::platform {
 
 namespace {
+
+constexpr qint64 EventPassMs = 8;
 
 std::function<void(QWidget*)>& modalHandler() {
     static std::function<void(QWidget*)> handler;
@@ -65,9 +68,15 @@ void setModalHandler(std::function<void(QWidget*)> handler) { modalHandler() = s
 void letEventsThrough() {
     if (eventPump()) {
         eventPump()();
-    } else {
-        QCoreApplication::processEvents();
+        return;
     }
+    // A pass over the event queue costs a poll of the display connection; a
+    // loop that calls this for every row gets one pass every few milliseconds,
+    // which no user can tell from a pass per row.
+    static QElapsedTimer sinceLastPass;
+    if (sinceLastPass.isValid() && !sinceLastPass.hasExpired(EventPassMs)) return;
+    QCoreApplication::processEvents();
+    sinceLastPass.start();
 }
 
 void setEventPump(std::function<void()> pump) { eventPump() = std::move(pump); }

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include "db/recordset.h"
+
 class QProgressBar;
 
 namespace lorvane::screens {
@@ -14,6 +16,13 @@ namespace lorvane::screens {
 // the 16-bit count of a run (RuntimeError "Overflow" beyond 32767).
 qint16 copiaDalPrincipale(const QString& sql, const QString& table, const char* colonne,
                           QProgressBar* barra = nullptr);
+
+// The same copy for a preparation that goes on after a failure: opening the
+// source, opening the work table and the copy each show their own failure and
+// the next step runs (a recordset left unopened fails where it is used).
+// Gives the work table's recordset, null when it could not be opened.
+db::RecordsetPtr copiaProseguendo(const QString& sql, const QString& table, const char* colonne,
+                                  QProgressBar* barra = nullptr);
 
 // Adds the heading row of Parametri with its field Parametri set to `testo`.
 void scriviParametri(const QString& testo);

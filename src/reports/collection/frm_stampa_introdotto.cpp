@@ -6,6 +6,7 @@
 #include "platform/error_handling.h"
 #include "platform/runtime_error.h"
 #include "platform/windows.h"
+#include "screens/preparation.h"
 #include "workdb/column_lists.h"
 #include "workdb/copy_routines.h"
 #include "workdb/work_database.h"
@@ -68,28 +69,14 @@ qint16 FrmStampaIntrodotto::PreparaDati() {
     Bar1->setValue(0);
     showErrorAndGoOn([&] { PreparaLocali(); });
 
-    // Copies what `sql` reads through the host into the work table, moving
-    // `bar` when given; a recordset a failed step left unopened fails where
-    // it is used.
-    const auto copy = [this](const QString& sql, const char* table, const char* columns,
-                             QProgressBar* bar) {
-        db::RecordsetPtr source, target;
-        showErrorAndGoOn([&] { source = host().OpenRecordset(sql); });
-        showErrorAndGoOn([&] {
-            target = workdb::ApriTabellaTemporanea(u"SELECT * FROM "_s + QLatin1String(table));
-        });
-        showErrorAndGoOn([&] {
-            workdb::CopiaRecordset(bar, QLatin1String(columns), impostato(source),
-                                   impostato(target), 0);
-        });
-        return target;
-    };
     qint16 rows = 0;
-    const db::RecordsetPtr notes = copy(sqlNote(criteri), "NoteTeste", columns::NoteTeste48, Bar1);
+    const db::RecordsetPtr notes = screens::copiaProseguendo(sqlNote(criteri), u"NoteTeste"_s,
+                                                             columns::NoteTeste48, Bar1);
     showErrorAndGoOn([&] { rows = screens::contoRighe(impostato(notes).RecordCount()); });
-    copy(sqlRighe(criteri), "NoteRighe", columns::NoteRighe10, Bar1);
-    copy(sqlLetture(criteri), "NoteIncassi", columns::NoteIncassi62, Bar1);
-    copy(sqlAziende(criteri), "AnagraficaAziende", columns::AnagraficaAziende34, nullptr);
+    screens::copiaProseguendo(sqlRighe(criteri), u"NoteRighe"_s, columns::NoteRighe10, Bar1);
+    screens::copiaProseguendo(sqlLetture(criteri), u"NoteIncassi"_s, columns::NoteIncassi62, Bar1);
+    screens::copiaProseguendo(sqlAziende(criteri), u"AnagraficaAziende"_s,
+                              columns::AnagraficaAziende34);
 
     copiaSchede();
 
