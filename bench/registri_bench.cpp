@@ -174,8 +174,10 @@ double anchorLoans(const QString& database) {
     return seconds(start);
 }
 
-// A copy of the installation whose main database the next run may change.
+// A copy of the installation whose main database the next run may change;
+// what the last run left (the journal of the main database too) goes first.
 void restore(const QString& from, const QString& to) {
+    QDir(to).removeRecursively();
     QDir().mkpath(to);
     for (const QString& name : QDir(from).entryList(QDir::Files)) {
         QFile::remove(to + u'/' + name);
