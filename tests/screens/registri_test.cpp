@@ -684,7 +684,8 @@ TEST_P(QuotedCompany, BreaksOnlyTheStatementsThatTakeItAsTyped) {
     run();
     ASSERT_EQ(messages.size(), GetParam().failures + 1) << messages.join(u'\n').toStdString();
     for (int i = 0; i < GetParam().failures; ++i)
-        EXPECT_TRUE(messages[i].startsWith(u"|0|"_s) && messages[i].size() > 4) << messages[i].toStdString();
+        EXPECT_TRUE(messages[i].startsWith(u"|0|"_s) && messages[i].size() > 4)
+            << messages[i].toStdString();
     EXPECT_EQ(messages.last(), u"Lorvane|64|Nessun dato da stampare"_s);
     EXPECT_EQ(fingerprint(), before);
 }
