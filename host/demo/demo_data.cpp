@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "host/demo/demo_cash_cases.h"
 #include "host/demo/demo_collections.h"
 #include "host/demo/demo_document_cases.h"
 #include "host/demo/demo_generator.h"
@@ -64,6 +65,12 @@ const char* const kFiles[] = {"Report/Bilancio.mdb",
                               "Report/EtichetteMobili.mdb",
                               "Report/EtichetteMobili3x8.lrl",
                               "Report/EtichetteMobili2x7.lrl",
+                              "Report/Cassa.mdb",
+                              "Report/Cassa.lrl",
+                              "Report/Registro.mdb",
+                              "Report/Registro.lrl",
+                              "Report/RegistroComodato.mdb",
+                              "Report/RegistroComodato.lrl",
                               "Stampe.db",
                               "pers/StampePers.db",
                               "Preferenze.db",
@@ -97,6 +104,7 @@ void fillMainDatabase(const QString& path, const DemoOptions& options, const QDa
     writeNoteCases(db, lastDay);
     writeDocumentCases(db, lastDay);
     writeLabelCases(db);
+    writeCashCases(db);
     db.exec("COMMIT");
     // The statistics a database in use has: without them the planner drives
     // the last-note statements from the boards' readings into their unindexed

@@ -70,6 +70,12 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\EtichetteMobili3x8.lrl", "Report\\EtichetteMobili.mdb", 1},
     {false, 163, "StampaEtichetteMob", "Etichette mobili 99 x 38 (2 x 7 per foglio)",
      "Report\\EtichetteMobili2x7.lrl", "Report\\EtichetteMobili.mdb", 2},
+    {false, 8, "StampaCassa", "Cassa per giorno e locale", "Report\\Cassa.lrl", "Report\\Cassa.mdb",
+     1},
+    {false, 9, "StampaRegistro", "Registro dei corrispettivi", "Report\\Registro.lrl",
+     "Report\\Registro.mdb", 1},
+    {false, 10, "StampaRegistro2", "Registro dei corrispettivi con comodato",
+     "Report\\RegistroComodato.lrl", "Report\\RegistroComodato.mdb", 1},
     {true, 1, "StampaBilancio", "Bilancio di verifica per mastro", "pers\\BilancioPers.lrl",
      "Report\\Bilancio.mdb", 1},
     {true, 2, "StampaIntrodotto", "Introdotto per locale", "Report\\Introdotto.lrl",
@@ -101,6 +107,11 @@ constexpr CatalogueRow catalogue[] = {
      "Report\\Etichette.mdb", 1},
     {true, 161, "StampaEtichetteMob", "Etichette mobili", "Report\\EtichetteMobili3x8.lrl",
      "Report\\EtichetteMobili.mdb", 1},
+    {true, 7, "StampaCassa", "Cassa per giorno", "Report\\Cassa.lrl", "Report\\Cassa.mdb", 1},
+    {true, 8, "StampaRegistro", "Registro dei corrispettivi", "Report\\Registro.lrl",
+     "Report\\Registro.mdb", 1},
+    {true, 9, "StampaRegistro2", "Registro con comodato", "Report\\RegistroComodato.lrl",
+     "Report\\RegistroComodato.mdb", 1},
 };
 
 QString localPath(const char* suitePath) {

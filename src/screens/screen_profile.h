@@ -137,6 +137,8 @@ struct ScreenProfile {
     std::vector<ComboList> lists;
     const CausaliList* causali = nullptr;
     const SearchForms* searchForms = nullptr;  // null: the reference screen's
+    // The search may find a venue twice: the repeats are passed over.
+    bool searchSkipsRepeats = false;
     VenueCopy venueCopy;
     std::vector<ExtraControl> extras;
     // The work tables PreparaStampa empties before PreparaDati, in order.

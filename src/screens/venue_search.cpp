@@ -52,6 +52,8 @@ QString sqlRicercaLocali(const FrameCriteria& c, const SearchForms& forms) {
     if (!c.provincia.isEmpty()) addCriterion(filter, forms.provincia, c.provincia);
     if (!c.concessionario.isEmpty()) addCriterion(filter, forms.concessionario, c.concessionario);
     if (!c.zona.isEmpty()) addCriterion(filter, forms.zona, c.zona);
+    if (forms.azienda.whenText && !c.azienda.isEmpty())
+        addCriterion(filter, forms.azienda, c.azienda);
     if (forms.periodo) addCriterion(filter, {" AND ", " WHERE ", ""}, forms.periodo(c));
     return QLatin1String(forms.head) + filter;
 }

@@ -30,6 +30,8 @@ struct SearchForms {
     Form zona;                 // CmbZona
     // The period's clause, after its " AND " or " WHERE "; none when null.
     QString (*periodo)(const FrameCriteria& criteria);
+    // CmbAzienda, before the period, on the screens that search by company.
+    Form azienda{nullptr, nullptr, nullptr};
 };
 
 // The forms of the reference screen: venues with a collection in the period.

@@ -47,8 +47,13 @@ void FilterScreen::CmdRicerca_Click() {
     Tree->setTicked(Tree->node(QLatin1String(KeyedTree::RootKey)), true);
     db::RecordsetPtr venues = host().OpenRecordset(sqlRicerca());
     if (venues->RecordCount() > 0) {
-        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext())
-            addVenueNode(*Tree, *venues);
+        for (venues->MoveFirst(); !venues->Eof(); venues->MoveNext()) {
+            if (profile_.searchSkipsRepeats) {
+                platform::ignoreErrors([&] { addVenueNode(*Tree, *venues); });
+            } else {
+                addVenueNode(*Tree, *venues);
+            }
+        }
     }
     venues->Close();
     Tree->EspandiAlbero();

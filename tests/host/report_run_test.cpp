@@ -366,6 +366,25 @@ TEST_P(LabelReportRun, EveryBarCodeDecodesToItsRowsCode) {
     const ProcessResult run = lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s,
                                        installation(), u"--today"_s, u"30/04/2025"_s, u"pick"_s,
                                        u"List1=%1"_s.arg(row.layout), u"click"_s, u"CmdPdf"_s});
+// The cash report and the registers: a figure of the PDF's total row is the
+// program's SQL sum over the notes of the period with the causali ticked by
+// default; a register prints one line for every day of the months covered.
+struct NotesRow {
+    const char* code;
+    const char* total;  // the total row, its figures before the one compared, that figure
+    const char* column;
+    const char* causali;
+    int days;  // lines of days; 0 for the cash report
+};
+
+class NotesReportRun : public ReportRun, public ::testing::WithParamInterface<NotesRow> {};
+
+TEST_P(NotesReportRun, TheTotalIsTheSumOfTheNotes) {
+    const NotesRow& row = GetParam();
+    const ProcessResult run =
+        lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s, installation(),
+                 u"--today"_s, u"30/04/2025"_s, u"set"_s, u"txtDallaData=10/02/2025"_s, u"set"_s,
+                 u"txtAllaData=20/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
     const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
@@ -555,6 +574,38 @@ INSTANTIATE_TEST_SUITE_P(Labels, LabelReportRun,
                                            LabelRow{"StampaEtichette", 1, true, boardsWithCode},
                                            LabelRow{"StampaEtichetteMob", 0, false,
                                                     cabinetsWithCode}));
+
+    const QRegularExpressionMatch total =
+        QRegularExpression(QString::fromLatin1(row.total)).match(text);
+    ASSERT_TRUE(total.hasMatch()) << text.right(800).toStdString();
+
+    const ProcessResult sum =
+        lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s,
+                 u"SELECT Round(Sum(%1) * 100, 0) FROM NoteTeste WHERE CodCausale IN (%2) AND "
+                 u"DataRegistrazione >= #02/10/2025# AND DataRegistrazione <= #03/20/2025#"_s.arg(
+                     QLatin1String(row.column), QLatin1String(row.causali))});
+    const qint64 expected = sum.out.trimmed().section(u'\n', -1).remove(u'"').toLongLong();
+    EXPECT_GT(expected, 0) << sum.err.toStdString();
+    EXPECT_EQ(cents(total.captured(1)), expected);
+
+    const qsizetype days = text.count(
+        QRegularExpression(u"^\\d\\d/\\d\\d/\\d{4}\\s"_s, QRegularExpression::MultilineOption));
+    EXPECT_EQ(days, row.days);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Notes, NotesReportRun,
+    ::testing::Values(
+        NotesRow{"StampaCassa", "Totale generale\\s+-?[\\d.]+,\\d\\d\\s+(-?[\\d.]+,\\d\\d)",
+                 "Riscosso", "'INC6','INC'", 0},
+        NotesRow{"StampaRegistro", "Totale del periodo\\s+([\\d.]+,\\d\\d)", "TotIntrodotto",
+                 "'INC6','INC','FUR'", 28 + 31},
+        NotesRow{
+            "StampaRegistro2",
+            "Totale del periodo\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,"
+            "\\d\\d)",
+            "TotPreu", "'INC6','INC','FUR'", 28 + 31}),
+    [](const ::testing::TestParamInfo<NotesRow>& info) { return std::string(info.param.code); });
 
 }  // namespace
 }  // namespace lorvane

@@ -17,16 +17,26 @@ ExtraControl esattore(const QString& caption) {
 
 namespace {
 
+// The cash screen opens only the columns it fills, in its own order.
 const std::vector<screens::ComboList> cassaLists = {
-    {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
-    {"SELECT * FROM AnagraficaOperatori WHERE Mansione ='Agente' ORDER BY CodiceOperatore",
+    {"SELECT CodiceAzienda FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
+    {"SELECT CodiceOperatore FROM AnagraficaOperatori WHERE mansione='Agente' ORDER BY "
+     "CodiceOperatore",
      {{"ComboAgente", "CodiceOperatore"}}},
-    {"SELECT * FROM AnagraficaZone ORDER BY CodiceZona", {{"CmbZona", "CodiceZona"}}},
-    {"SELECT * FROM AnagraficaConcessionari ORDER BY CodiceConcessionario",
-     {{"cmbConcessionario", "CodiceConcessionario"}}},
     {"SELECT CodiceOperatore FROM AnagraficaOperatori WHERE mansione='Esattore' ORDER BY "
      "CodiceOperatore",
      {{"cmbEsattore", "CodiceOperatore"}}},
+    {"SELECT CodiceZona FROM AnagraficaZone ORDER BY CodiceZona", {{"CmbZona", "CodiceZona"}}},
+    {"SELECT CodiceConcessionario FROM AnagraficaConcessionari ORDER BY CodiceConcessionario",
+     {{"cmbConcessionario", "CodiceConcessionario"}}},
+};
+
+const std::vector<screens::ComboList> registroLists = {
+    {"SELECT * FROM AnagraficaAziende", {{"CmbAzienda", "CodiceAzienda"}}},
+    {"SELECT * FROM AnagraficaOperatori WHERE mansione ='Agente'",
+     {{"ComboAgente", "CodiceOperatore"}}},
+    {"SELECT * FROM AnagraficaZone", {{"CmbZona", "CodiceZona"}}},
+    {"SELECT * FROM AnagraficaConcessionari", {{"cmbConcessionario", "CodiceConcessionario"}}},
 };
 
 const screens::CausaliList cassaCausali = {"SELECT * FROM AnagraficaCausali WHERE Cassa<>0 ",
@@ -34,6 +44,7 @@ const screens::CausaliList cassaCausali = {"SELECT * FROM AnagraficaCausali WHER
 const screens::CausaliList registroCausali = {
     "SELECT * FROM AnagraficaCausali WHERE RegistroCorrispettivi <>0 ", "StampaRegistro",
     "'INC6','INC','FUR'", false, true};
+
 // The screens whose causali are checked before a run; they keep the tree
 // when "Tutti i locali" goes on, and show no hourglass.
 ScreenProfile withCausali(ScreenProfile profile, const screens::CausaliList& causali) {
@@ -45,34 +56,36 @@ ScreenProfile withCausali(ScreenProfile profile, const screens::CausaliList& cau
     return profile;
 }
 
-ScreenProfile cassaProfile() {
-    ScreenProfile profile =
-        withCausali(screens::standardProfile(u"Stampa cassa per periodo"_s), cassaCausali);
-    profile.dallaOnOpen = DateRule::Today;
-    profile.lists = cassaLists;
-    profile.extras = {esattore(u"Esattore che ha effettuato l'incasso"_s)};
-    profile.workFolderConnection = u"C:\\temp1\\"_s;
-    return profile;
-}
-
-ScreenProfile registroProfile(const QString& titolo) {
+// The registers share one setting of causali and one search.
+ScreenProfile registroComune(const QString& titolo) {
     ScreenProfile profile = withCausali(screens::standardProfile(titolo), registroCausali);
+    profile.lists = registroLists;
+    profile.searchForms = &registroSearchForms();
     profile.extras = {
         {ExtraControl::CheckBox, "chkEscludi", u"Escludi registrazioni senza corrispettivo"_s}};
     return profile;
 }
 
-ScreenProfile registro2Profile() {
-    ScreenProfile profile = registroProfile(u"Stampa registro corrispettivi con Comodato"_s);
-    profile.frame1Caption = u"Criteri stampa registro con comodato."_s;
+}  // namespace
+
+// The search finds a venue once per note of the period.
+ScreenProfile cassaProfile() {
+    ScreenProfile profile =
+        withCausali(screens::standardProfile(u"Stampa cassa per periodo"_s), cassaCausali);
+    profile.dallaOnOpen = DateRule::Today;
+    profile.lists = cassaLists;
+    profile.searchSkipsRepeats = true;
+    profile.extras = {esattore(u"Esattore che ha effettuato l'incasso"_s)};
+    profile.workFolderConnection = u"C:\\temp1\\"_s;
     return profile;
 }
 
-}  // namespace
+ScreenProfile registroProfile() { return registroComune(u"Stampa registro corrispettivi"_s); }
 
-FrmStampaCassa::FrmStampaCassa() : FilterScreen(cassaProfile()) {}
-FrmStampaRegistro::FrmStampaRegistro()
-    : FilterScreen(registroProfile(u"Stampa registro corrispettivi"_s)) {}
-frmStampaRegistro2::frmStampaRegistro2() : FilterScreen(registro2Profile()) {}
+ScreenProfile registro2Profile() {
+    ScreenProfile profile = registroComune(u"Stampa registro corrispettivi con Comodato"_s);
+    profile.frame1Caption = u"Criteri stampa registro con comodato."_s;
+    return profile;
+}
 
 }  // namespace lorvane::reports

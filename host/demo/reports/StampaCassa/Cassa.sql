@@ -1,0 +1,11 @@
+-- The work database of the cash report (Report/Cassa.mdb): the heads of the
+-- notes, their venues and companies, the heading row; the lines, takings and
+-- machines are emptied by each run and stay empty.
+-- include Comuni/NoteTeste.sql
+-- include Comuni/NoteRighe.sql
+-- include Comuni/NoteIncassi.sql
+-- include Comuni/AnagraficaLocali.sql
+-- include Comuni/AnagraficaAziende.sql
+-- include Comuni/MagSchede.sql
+-- include Comuni/Parametri.sql
+CREATE INDEX AnagraficaLocali_CodLocale ON AnagraficaLocali (CodLocale);

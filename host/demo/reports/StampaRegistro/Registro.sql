@@ -1,0 +1,12 @@
+-- The work database of the receipts register (Report/Registro.mdb): the days
+-- of the months covered, the notes of the period with their lines and
+-- takings, their venues, companies and machines, the heading row.
+-- include Comuni/Calendario.sql
+-- include Comuni/NoteTeste.sql
+-- include Comuni/NoteRighe.sql
+-- include Comuni/NoteIncassi.sql
+-- include Comuni/AnagraficaLocali.sql
+-- include Comuni/AnagraficaAziende.sql
+-- include Comuni/MagSchede.sql
+-- include Comuni/Parametri.sql
+CREATE INDEX AnagraficaLocali_CodLocale ON AnagraficaLocali (CodLocale);

@@ -1,0 +1,4 @@
+-- The work database of the receipts register with comodato
+-- (Report/RegistroComodato.mdb): the register's tables; the venues and
+-- machines stay empty, and percAgente of a note on comodato holds its share.
+-- include StampaRegistro/Registro.sql
