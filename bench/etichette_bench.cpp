@@ -34,7 +34,6 @@ using host::ScreenAction;
 const QDate LastDay(2025, 12, 31);
 constexpr int Boards = 5000;
 
-const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 
 constexpr char inUse[] =
     "(ms.Obsoleto = 0 OR ms.Obsoleto IS NULL) AND (ms.Venduto = 0 OR ms.Venduto IS NULL) AND "

@@ -340,51 +340,6 @@ TEST_P(LedgerCardRun, TheClosingBalanceIsThatOfEveryLineUpToTheEnd) {
                      u"set"_s,        u"txtAllaData=31/03/2025"_s};
     args << row.choose(venue, index) << u"pick"_s << u"List1=0"_s << u"click"_s << u"CmdPdf"_s;
     const ProcessResult run = lorvane(args);
-// Label sheets printed to PDF, rasterised at 300 dpi by pdftoppm and read by
-// zbarimg: every label's bar code is the stored code of its row, and every
-// row with a code has its label ("Tutte le schede", "Tutti i Mobili").
-struct LabelRow {
-    const char* code;
-    int layout;       // the row of List1
-    bool checkDigit;  // the layout adds the Code 39 check character
-    QString sql;      // the codes the labels carry
-};
-
-class LabelReportRun : public ReportRun, public ::testing::WithParamInterface<LabelRow> {};
-
-// The Code 39 check character: the sum of the characters' values, modulo 43.
-QString withCheck(const QString& code) {
-    static const QString alphabet = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%"_s;
-    int sum = 0;
-    for (QChar c : code)
-        sum += int(alphabet.indexOf(c));
-    return code + alphabet[sum % 43];
-}
-
-TEST_P(LabelReportRun, EveryBarCodeDecodesToItsRowsCode) {
-    const LabelRow& row = GetParam();
-    const ProcessResult run = lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s,
-                                       installation(), u"--today"_s, u"30/04/2025"_s, u"pick"_s,
-                                       u"List1=%1"_s.arg(row.layout), u"click"_s, u"CmdPdf"_s});
-// The cash report and the registers: a figure of the PDF's total row is the
-// program's SQL sum over the notes of the period with the causali ticked by
-// default; a register prints one line for every day of the months covered.
-struct NotesRow {
-    const char* code;
-    const char* total;  // the total row, its figures before the one compared, that figure
-    const char* column;
-    const char* causali;
-    int days;  // lines of days; 0 for the cash report
-};
-
-class NotesReportRun : public ReportRun, public ::testing::WithParamInterface<NotesRow> {};
-
-TEST_P(NotesReportRun, TheTotalIsTheSumOfTheNotes) {
-    const NotesRow& row = GetParam();
-    const ProcessResult run =
-        lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s, installation(),
-                 u"--today"_s, u"30/04/2025"_s, u"set"_s, u"txtDallaData=10/02/2025"_s, u"set"_s,
-                 u"txtAllaData=20/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
     const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
@@ -427,6 +382,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "SELECT CodiceConto FROM AnagraficaPianoConti WHERE CodiceConto = "
                               "'01.001' AND '%1' <> ''"}),
     [](const ::testing::TestParamInfo<CardRow>& info) { return std::string(info.param.code); });
+
 // The figure of a notes report's grand total row that a plain SQL statement on
 // the main database gives too, from January to April.
 struct NotesRow {
@@ -539,6 +495,38 @@ TEST_F(NotesReportRun, TheAdvancesAreRepairedOnceAndTheirOpenBalanceIsTheMainDat
     EXPECT_NE(expected, u"0.00"_s);
     EXPECT_EQ(figure(text, u"\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,\\d\\d)"_s), expected);
 }
+
+// Label sheets printed to PDF, rasterised at 300 dpi by pdftoppm and read by
+// zbarimg: every label's bar code is the stored code of its row, and every
+// row with a code has its label ("Tutte le schede", "Tutti i Mobili").
+struct LabelRow {
+    const char* code;
+    int layout;       // the row of List1
+    bool checkDigit;  // the layout adds the Code 39 check character
+    QString sql;      // the codes the labels carry
+};
+
+class LabelReportRun : public ReportRun, public ::testing::WithParamInterface<LabelRow> {};
+
+// The Code 39 check character: the sum of the characters' values, modulo 43.
+QString withCheck(const QString& code) {
+    static const QString alphabet = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%"_s;
+    int sum = 0;
+    for (QChar c : code)
+        sum += int(alphabet.indexOf(c));
+    return code + alphabet[sum % 43];
+}
+
+TEST_P(LabelReportRun, EveryBarCodeDecodesToItsRowsCode) {
+    const LabelRow& row = GetParam();
+    const ProcessResult run = lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s,
+                                       installation(), u"--today"_s, u"30/04/2025"_s, u"pick"_s,
+                                       u"List1=%1"_s.arg(row.layout), u"click"_s, u"CmdPdf"_s});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                            .match(run.out)
+                            .captured(1);
     ASSERT_FALSE(pdf.isEmpty()) << run.out.toStdString();
     QTemporaryDir pages;
     ASSERT_EQ(runProgram(u"pdftoppm"_s, {u"-r"_s, u"300"_s, u"-gray"_s, u"-png"_s, pdf,
@@ -575,6 +563,31 @@ INSTANTIATE_TEST_SUITE_P(Labels, LabelReportRun,
                                            LabelRow{"StampaEtichetteMob", 0, false,
                                                     cabinetsWithCode}));
 
+// The cash report and the registers: a figure of the PDF's total row is the
+// program's SQL sum over the notes of the period with the causali ticked by
+// default; a register prints one line for every day of the months covered.
+struct CashRow {
+    const char* code;
+    const char* total;  // the total row, its figures before the one compared, that figure
+    const char* column;
+    const char* causali;
+    int days;  // lines of days; 0 for the cash report
+};
+
+class CashReportRun : public ReportRun, public ::testing::WithParamInterface<CashRow> {};
+
+TEST_P(CashReportRun, TheTotalIsTheSumOfTheNotes) {
+    const CashRow& row = GetParam();
+    const ProcessResult run =
+        lorvane({u"run"_s, QString::fromLatin1(row.code), u"--percorso"_s, installation(),
+                 u"--today"_s, u"30/04/2025"_s, u"set"_s, u"txtDallaData=10/02/2025"_s, u"set"_s,
+                 u"txtAllaData=20/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
+    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+                            .match(run.out)
+                            .captured(1);
+    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
     const QRegularExpressionMatch total =
         QRegularExpression(QString::fromLatin1(row.total)).match(text);
     ASSERT_TRUE(total.hasMatch()) << text.right(800).toStdString();
@@ -594,18 +607,18 @@ INSTANTIATE_TEST_SUITE_P(Labels, LabelReportRun,
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Notes, NotesReportRun,
+    Cash, CashReportRun,
     ::testing::Values(
-        NotesRow{"StampaCassa", "Totale generale\\s+-?[\\d.]+,\\d\\d\\s+(-?[\\d.]+,\\d\\d)",
+        CashRow{"StampaCassa", "Totale generale\\s+-?[\\d.]+,\\d\\d\\s+(-?[\\d.]+,\\d\\d)",
                  "Riscosso", "'INC6','INC'", 0},
-        NotesRow{"StampaRegistro", "Totale del periodo\\s+([\\d.]+,\\d\\d)", "TotIntrodotto",
+        CashRow{"StampaRegistro", "Totale del periodo\\s+([\\d.]+,\\d\\d)", "TotIntrodotto",
                  "'INC6','INC','FUR'", 28 + 31},
-        NotesRow{
+        CashRow{
             "StampaRegistro2",
             "Totale del periodo\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,"
             "\\d\\d)",
             "TotPreu", "'INC6','INC','FUR'", 28 + 31}),
-    [](const ::testing::TestParamInfo<NotesRow>& info) { return std::string(info.param.code); });
+    [](const ::testing::TestParamInfo<CashRow>& info) { return std::string(info.param.code); });
 
 }  // namespace
 }  // namespace lorvane
