@@ -56,7 +56,6 @@ using Clock = std::chrono::steady_clock;
 const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 1, 1);
 
-
 // The amounts of the words benchmark: every whole amount, then random cents.
 std::vector<double> amounts() {
     std::vector<double> list;

@@ -34,7 +34,6 @@ using host::ScreenAction;
 const QDate LastDay(2025, 12, 31);
 constexpr int Boards = 5000;
 
-
 constexpr char inUse[] =
     "(ms.Obsoleto = 0 OR ms.Obsoleto IS NULL) AND (ms.Venduto = 0 OR ms.Venduto IS NULL) AND "
     "(ms.Dismesso = 0 OR ms.Dismesso IS NULL)";

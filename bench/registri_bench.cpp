@@ -40,7 +40,6 @@ const QDate LastDay(2025, 12, 31);
 const QDate FirstDay(2025, 1, 1);
 constexpr int LoanLines = 5000;
 
-
 // "a, b" as "nt.a, nt.b".
 QString prefixed(const char* columns, const char* alias) {
     return QLatin1String(alias) + u"."_s +

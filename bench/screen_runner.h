@@ -59,7 +59,6 @@ QString writeInstallation(const QString& folder, int venues, int months, const Q
 // True when the last run wrote a PDF and showed nothing else.
 bool pdfWritten(const ScreenRunner& runner);
 
-
 // "ok" or "MISSED", for a target's line.
 inline const char* verdict(bool ok) { return ok ? "ok" : "MISSED"; }
 

@@ -610,9 +610,9 @@ INSTANTIATE_TEST_SUITE_P(
     Cash, CashReportRun,
     ::testing::Values(
         CashRow{"StampaCassa", "Totale generale\\s+-?[\\d.]+,\\d\\d\\s+(-?[\\d.]+,\\d\\d)",
-                 "Riscosso", "'INC6','INC'", 0},
+                "Riscosso", "'INC6','INC'", 0},
         CashRow{"StampaRegistro", "Totale del periodo\\s+([\\d.]+,\\d\\d)", "TotIntrodotto",
-                 "'INC6','INC','FUR'", 28 + 31},
+                "'INC6','INC','FUR'", 28 + 31},
         CashRow{
             "StampaRegistro2",
             "Totale del periodo\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+[\\d.]+,\\d\\d\\s+([\\d.]+,"

@@ -70,8 +70,8 @@ qint16 FrmStampaIntrodotto::PreparaDati() {
     showErrorAndGoOn([&] { PreparaLocali(); });
 
     qint16 rows = 0;
-    const db::RecordsetPtr notes = screens::copiaProseguendo(sqlNote(criteri), u"NoteTeste"_s,
-                                                             columns::NoteTeste48, Bar1);
+    const db::RecordsetPtr notes =
+        screens::copiaProseguendo(sqlNote(criteri), u"NoteTeste"_s, columns::NoteTeste48, Bar1);
     showErrorAndGoOn([&] { rows = screens::contoRighe(impostato(notes).RecordCount()); });
     screens::copiaProseguendo(sqlRighe(criteri), u"NoteRighe"_s, columns::NoteRighe10, Bar1);
     screens::copiaProseguendo(sqlLetture(criteri), u"NoteIncassi"_s, columns::NoteIncassi62, Bar1);

@@ -243,7 +243,8 @@ QString ImportoInLettere(double& importo, const QString& separatore) {
     char* fineIntero =
         std::to_chars(interoTesto.data(), interoTesto.data() + interoTesto.size() - 1, intero).ptr;
     *fineIntero++ = ',';
-    const std::string_view cercato(interoTesto.data(), std::size_t(fineIntero - interoTesto.data()));
+    const std::string_view cercato(interoTesto.data(),
+                                   std::size_t(fineIntero - interoTesto.data()));
     std::array<char, 330> decimali;
     std::size_t lunghezza = 0;
     for (std::size_t i = 0; i < conDecimali.size();) {
