@@ -13,6 +13,7 @@
 #include "reports/documents/documenti_screens.h"
 #include "reports/documents/documenti_sql.h"
 #include "screens/controls.h"
+#include "support/database_contents.h"
 #include "support/screen_fixture.h"
 
 namespace lorvane {
@@ -503,34 +504,10 @@ TEST_F(DocumentRun, QuittancesOfThePeriodWithTheirLines) {
     EXPECT_EQ(work("Quietanza.mdb", u"SELECT COUNT(*) FROM QuietanzaRighe"_s), mainQuery(inPeriod));
 }
 
-// The rows of every table of a main database, and of DocRighe every column
-// but CodiceAzienda.
-QString everythingBut(const QString& database) {
-    const auto query = [&](const QString& sql) {
-        return DatabaseFile::queryFile(database, sql.toUtf8().constData());
-    };
-    QString rows;
-    const QStringList tables = query(
-                                   u"SELECT name FROM sqlite_master WHERE type = 'table' AND "
-                                   u"name NOT LIKE 'sqlite%' ORDER BY name"_s)
-                                   .split(u'\n');
-    for (const QString& table : tables) {
-        const QString row = query(
-            u"SELECT group_concat('quote(\"' || name || '\")', ' || ''|'' "
-            u"|| ') FROM pragma_table_info('"_s +
-            table + u"') WHERE name <> 'CodiceAzienda' OR '"_s + table + u"' <> 'DocRighe'"_s);
-        rows += table + u':' +
-                query(u"SELECT group_concat("_s + row + u", ';') FROM (SELECT * FROM "_s + table +
-                      u" ORDER BY rowid)"_s) +
-                u'\n';
-    }
-    return rows;
-}
-
 TEST_F(DocumentRun, TheRepairGivesDeedLinesTheirHeadsCompanyOnce) {
     const QString copy = mainDatabaseCopy();
     useMainDatabase(copy);
-    const QString before = everythingBut(copy);
+    const QString before = testing::databaseContents(copy, {u"DocRighe.CodiceAzienda"_s});
     const QString toRepair = mainQuery(
         u"SELECT group_concat(dr.id || '=' || dt.CodSpettabile) FROM DocRighe dr JOIN DocTeste dt "
         u"ON dt.id = dr.IdDoc WHERE dt.TipoDoc = 8 AND dr.CodiceAzienda IS NULL AND "
@@ -557,7 +534,7 @@ TEST_F(DocumentRun, TheRepairGivesDeedLinesTheirHeadsCompanyOnce) {
                         copy),
               toRepair);
     EXPECT_EQ(mainQuery(untouched, copy), nullBefore);
-    EXPECT_EQ(everythingBut(copy), before);
+    EXPECT_EQ(testing::databaseContents(copy, {u"DocRighe.CodiceAzienda"_s}), before);
 
     // Nothing left: the second activation asks once and says nothing.
     messages.clear();

@@ -10,6 +10,7 @@
 #include "db/database_fixture.h"
 #include "reports/collection/macchine_sql.h"
 #include "screens/controls.h"
+#include "support/database_contents.h"
 #include "support/screen_fixture.h"
 
 namespace lorvane {
@@ -248,18 +249,8 @@ class MachineRun : public testing::ScreenTest {
     }
     // The rows of every table of the main database but AnagraficaLocali_Tmp.
     static QString fingerprint(const QString& database = {}) {
-        QString rows;
-        const QStringList tables =
-            mainQuery(
-                u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
-                u"'sqlite%' AND name <> 'AnagraficaLocali_Tmp' ORDER BY name"_s,
-                database)
-                .split(u'\n');
-        for (const QString& table : tables)
-            rows += table + u':' +
-                    mainQuery(u"SELECT COUNT(*) || '/' || total(rowid) FROM "_s + table, database) +
-                    u' ';
-        return rows;
+        return testing::databaseContents(database.isEmpty() ? folder() + u"/Lorvane.db"_s
+                                                            : database);
     }
     // The first venue in use with boards, and its company.
     static QString venue() {

@@ -13,6 +13,7 @@
 #include "platform/runtime_error.h"
 #include "reports/collection/note_sql.h"
 #include "screens/controls.h"
+#include "support/database_contents.h"
 #include "support/process.h"
 #include "support/screen_fixture.h"
 
@@ -300,27 +301,8 @@ class NoteRun : public testing::ScreenTest {
     QString mainQuery(const QString& sql) const {
         return DatabaseFile::queryFile(mainDatabase, sql.toUtf8().constData());
     }
-    // The rows of every table of the main database but AnagraficaLocali_Tmp,
-    // with NoteTeste's Acconto left out.
     QString fingerprint() const {
-        QString rows;
-        const QStringList tables =
-            mainQuery(
-                u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
-                u"'sqlite%' AND name <> 'AnagraficaLocali_Tmp' ORDER BY name"_s)
-                .split(u'\n');
-        for (const QString& table : tables) {
-            const QString columns = mainQuery(
-                u"SELECT group_concat('quote(' || name || ')', ' || '','' || ') FROM "
-                u"pragma_table_info('%1') WHERE name <> 'Acconto' OR '%1' <> 'NoteTeste'"_s.arg(
-                    table));
-            rows += table + u':' +
-                    mainQuery(
-                        u"SELECT group_concat(r, ';') FROM (SELECT %1 AS r FROM %2 ORDER "
-                        u"BY rowid)"_s.arg(columns, table)) +
-                    u'\n';
-        }
-        return rows;
+        return testing::databaseContents(mainDatabase, {u"NoteTeste.Acconto"_s});
     }
     // "id:Acconto" of every note.
     QString advances() const {

@@ -11,6 +11,7 @@
 #include "platform/runtime_error.h"
 #include "reports/accounting/registri_sql.h"
 #include "screens/controls.h"
+#include "support/database_contents.h"
 #include "support/screen_fixture.h"
 
 namespace lorvane {
@@ -300,20 +301,8 @@ class RegistriRun : public testing::ScreenTest {
     QString main(const QString& sql) const {
         return DatabaseFile::queryFile(mainFile, sql.toUtf8().constData());
     }
-    // Every row of every table of the main database, but the venue selection
-    // and the loan variations of the notes.
     QString fingerprint() const {
-        QString rows;
-        for (const QString& table :
-             main(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
-                  u"'sqlite%' AND name <> 'AnagraficaLocali_Tmp' ORDER BY name"_s)
-                 .split(u';')) {
-            const QString columns =
-                main(u"SELECT group_concat(name, ',') FROM pragma_table_info('"_s + table +
-                     u"') WHERE NOT (name = 'VarPrestito' AND '"_s + table + u"' = 'NoteTeste')"_s);
-            rows += table + u'\n' + main(u"SELECT "_s + columns + u" FROM "_s + table) + u'\n';
-        }
-        return rows;
+        return testing::databaseContents(mainFile, {u"NoteTeste.VarPrestito"_s});
     }
     // A copy of the main database that the test may change, used from here on.
     void useCopy() {

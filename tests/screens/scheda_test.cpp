@@ -11,6 +11,7 @@
 #include "reports/accounting/frm_stampa_scheda.h"
 #include "reports/accounting/scheda_sql.h"
 #include "screens/controls.h"
+#include "support/database_contents.h"
 #include "support/screen_fixture.h"
 
 namespace lorvane {
@@ -221,20 +222,10 @@ class SchedaRun : public testing::ScreenTest {
         return DatabaseFile::queryFile(database.isEmpty() ? folder() + u"/Lorvane.db"_s : database,
                                        sql.toUtf8().constData());
     }
-    // Count and rowid total of every table of the main database but AnagraficaLocali_Tmp.
+    // The rows of every table of the main database but AnagraficaLocali_Tmp.
     static QString fingerprint(const QString& database = {}) {
-        QString rows;
-        const QStringList tables =
-            mainQuery(
-                u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
-                u"'sqlite%' AND name <> 'AnagraficaLocali_Tmp' ORDER BY name"_s,
-                database)
-                .split(u'\n');
-        for (const QString& table : tables)
-            rows += table + u':' +
-                    mainQuery(u"SELECT COUNT(*) || '/' || total(rowid) FROM "_s + table, database) +
-                    u' ';
-        return rows;
+        return testing::databaseContents(database.isEmpty() ? folder() + u"/Lorvane.db"_s
+                                                            : database);
     }
     // The first venue in use, and its customer account.
     static QString venue() {
