@@ -26,56 +26,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In the order they are moved into place: the main database last, so that
-// an installation without it is never mistaken for a complete one.
-const char* const kFiles[] = {"Report/Bilancio.mdb",
-                              "Report/Bilancio.lrl",
-                              "pers/BilancioPers.lrl",
-                              "Report/Introdotto.mdb",
-                              "Report/Introdotto.lrl",
-                              "Report/IntrodottoConcessionario.lrl",
-                              "Report/PercGlobali.mdb",
-                              "Report/PercParziali.mdb",
-                              "Report/PercGlobali.lrl",
-                              "Report/PercParziali.lrl",
-                              "Report/SaldiHopper.mdb",
-                              "Report/SaldiCambiamonete.mdb",
-                              "Report/SaldiHopper.lrl",
-                              "Report/SaldiCambiamonete.lrl",
-                              "Report/SchedaLocale.mdb",
-                              "Report/SchedaLocale.lrl",
-                              "Report/SchedaContab.mdb",
-                              "Report/SchedaContab.lrl",
-                              "Report/IntrodottoDistinta.mdb",
-                              "Report/IntrodottoDistinta.lrl",
-                              "Report/Acconti.mdb",
-                              "Report/Acconti.lrl",
-                              "Report/Refill.lrl",
-                              "Report/DifferenzaPreu.mdb",
-                              "Report/DifferenzaPreu.lrl",
-                              "Report/SommeConsegnate.mdb",
-                              "Report/SommeConsegnate.lrl",
-                              "Report/Quietanza.mdb",
-                              "Report/Quietanza.lrl",
-                              "Report/AttoQuietanza.mdb",
-                              "Report/AttoQuietanza.lrl",
-                              "Report/Etichette.mdb",
-                              "Report/EtichetteSchede3x8.lrl",
-                              "Report/EtichetteSchede2x7.lrl",
-                              "Report/EtichetteMobili.mdb",
-                              "Report/EtichetteMobili3x8.lrl",
-                              "Report/EtichetteMobili2x7.lrl",
-                              "Report/Cassa.mdb",
-                              "Report/Cassa.lrl",
-                              "Report/Registro.mdb",
-                              "Report/Registro.lrl",
-                              "Report/RegistroComodato.mdb",
-                              "Report/RegistroComodato.lrl",
-                              "Stampe.db",
-                              "pers/StampePers.db",
-                              "Preferenze.db",
-                              "Lorvane.ini",
-                              "Lorvane.db"};
+// In the order they are moved into place: the reports' files, the
+// catalogues and settings, the main database last, so that an installation
+// without it is never mistaken for a complete one.
+QStringList installedFiles() {
+    return demoReportFiles() + QStringList{u"Stampe.db"_s, u"pers/StampePers.db"_s,
+                                           u"Preferenze.db"_s, u"Lorvane.ini"_s, u"Lorvane.db"_s};
+}
 
 void checkOptions(const DemoOptions& options) {
     if (options.venues < 1 || options.venues > 9999) {
@@ -137,8 +94,7 @@ void writeSettings(const QString& path, const QString& company) {
 // moved, so that the folder is as it was.
 void publish(const QString& staging, const QString& folder) {
     QStringList moved;
-    for (const char* file : kFiles) {
-        const QString name = QString::fromLatin1(file);
+    for (const QString& name : installedFiles()) {
         const QString target = folder + u'/' + name;
         QDir().mkpath(QFileInfo(target).absolutePath());
         if (!QFile::rename(staging + u'/' + name, target)) {
@@ -160,11 +116,11 @@ void writeDemoInstallation(const QString& folder, const DemoOptions& options) {
     if (target.exists() && !target.isDir()) {
         throw RuntimeError(u"'%1' non è una cartella."_s.arg(absolute));
     }
-    for (const char* file : kFiles) {
-        if (QFileInfo::exists(absolute + u'/' + QString::fromLatin1(file))) {
+    for (const QString& file : installedFiles()) {
+        if (QFileInfo::exists(absolute + u'/' + file)) {
             throw RuntimeError(
                 u"La cartella '%1' contiene già un'installazione di Lorvane (%2): non viene "
-                u"sovrascritta."_s.arg(absolute, QString::fromLatin1(file)));
+                u"sovrascritta."_s.arg(absolute, file));
         }
     }
     const QString staging =

@@ -182,6 +182,17 @@ QByteArray insertRow(const CatalogueRow& row) {
 
 }  // namespace
 
+QStringList demoReportFiles() {
+    QStringList files;
+    for (const CatalogueRow& row : catalogue) {
+        for (const char* file : {row.layout, row.workFile}) {
+            const QString local = localPath(file);
+            if (!files.contains(local)) files << local;
+        }
+    }
+    return files;
+}
+
 void writeDemoReports(const QString& folder) {
     QSet<QString> written;
     QByteArray standard, personal;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace lorvane::demo {
 
@@ -10,5 +11,8 @@ namespace lorvane::demo {
 // catalogues already there (Stampe.db and pers/StampePers.db). Throws
 // RuntimeError naming the file that cannot be written.
 void writeDemoReports(const QString& folder);
+
+// The files writeDemoReports writes, each once, relative to the folder.
+QStringList demoReportFiles();
 
 }  // namespace lorvane::demo
