@@ -193,13 +193,8 @@ double anchorDeeds(const QString& installation, const QString& target) {
 
 // "venues/codes/owners/heads/lines" of a filled deeds' work file.
 QString deedCounts(const QString& path) {
-    sqlite3* work = openRaw(path);
-    QStringList counts;
-    for (const char* table : {"AnagraficaLocali", "AnagraficaLocaliCaratteristiche",
-                              "AnagraficaOperatori", "DocTeste", "DocRighe"})
-        counts << QString::number(scalar(work, u"SELECT COUNT(*) FROM "_s + QLatin1String(table)));
-    sqlite3_close(work);
-    return counts.join(u'/');
+    return rowCounts(path, {"AnagraficaLocali", "AnagraficaLocaliCaratteristiche",
+                            "AnagraficaOperatori", "DocTeste", "DocRighe"});
 }
 
 bool deedsBenchmark(const QString& installation, int repeat) {
@@ -233,9 +228,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     const bench::ScreenBenchOptions command = bench::readOptions(app.arguments());
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
 
     bool ok = wordsBenchmark(command.repeat);
     const QString year = writeInstallation(folder.filePath(u"anno"_s), command.venues, 12);

@@ -96,10 +96,8 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     ScreenBenchOptions command = readOptions(app.arguments());
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
+    useBenchFolder(folder.path(), LastDay);
     qputenv("XDG_DATA_HOME", folder.filePath(u"data"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
     const QString installation = folder.filePath(u"demo"_s);
     demo::DemoOptions options;
     options.venues = std::min(command.venues, 200);

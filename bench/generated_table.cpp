@@ -55,6 +55,16 @@ qint64 scalar(sqlite3* db, const QString& sql) {
     return value;
 }
 
+QString rowCounts(const QString& path, std::initializer_list<const char*> tables) {
+    sqlite3* db = openRaw(path);
+    QStringList counts;
+    for (const char* table : tables)
+        counts << QString::number(
+            scalar(db, QStringLiteral("SELECT COUNT(*) FROM ") + QLatin1String(table)));
+    sqlite3_close(db);
+    return counts.join(u'/');
+}
+
 QString schema() {
     QStringList columns{u"id INTEGER PRIMARY KEY"_s};
     for (int i = 1; i < Columns; ++i) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <functional>
+#include <initializer_list>
 #include <utility>
 
 struct sqlite3;
@@ -21,6 +22,8 @@ inline constexpr int Columns = 60;
 sqlite3* openRaw(const QString& path);
 void exec(sqlite3* db, const QString& sql);
 qint64 scalar(sqlite3* db, const QString& sql);  // the first column of the first row, -1 if none
+// The rows of each table of the file at `path`, joined by "/".
+QString rowCounts(const QString& path, std::initializer_list<const char*> tables);
 
 // "CREATE TABLE T (id INTEGER PRIMARY KEY, C1 ..., C59 ...)".
 QString schema();

@@ -118,12 +118,7 @@ double anchorCopy(const QString& installation, const Period& period, const QStri
 
 // "notes/lines/readings/boards" of a filled work file, to compare runs.
 QString workCounts(const QString& path) {
-    sqlite3* work = openRaw(path);
-    QStringList counts;
-    for (const char* table : {"NoteTeste", "NoteRighe", "NoteIncassi", "MagSchede"})
-        counts << QString::number(scalar(work, u"SELECT COUNT(*) FROM %1"_s.arg(table)));
-    sqlite3_close(work);
-    return counts.join(u'/');
+    return rowCounts(path, {"NoteTeste", "NoteRighe", "NoteIncassi", "MagSchede"});
 }
 
 // ---- the module side: the real screen on the installation's host ----------
@@ -152,9 +147,7 @@ int main(int argc, char** argv) {
 
     QTemporaryDir folder;
     const QString installation = folder.filePath(u"demo"_s);
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
     demo::DemoOptions options;
     options.venues = venues;
     options.months = 12;

@@ -80,13 +80,7 @@ double anchorPartial(const QString& installation, const QString& target,
 }
 
 // "readings/boards" of a filled partial work file.
-QString partialCounts(const QString& path) {
-    sqlite3* work = openRaw(path);
-    const QString counts = u"%1/%2"_s.arg(scalar(work, u"SELECT COUNT(*) FROM NoteIncassi"_s))
-                               .arg(scalar(work, u"SELECT COUNT(*) FROM MagSchede"_s));
-    sqlite3_close(work);
-    return counts;
-}
+QString partialCounts(const QString& path) { return rowCounts(path, {"NoteIncassi", "MagSchede"}); }
 
 // A screen of `code` on an installation, ready to prepare over all venues.
 struct Situation {
@@ -108,9 +102,7 @@ int main(int argc, char** argv) {
     const int venues = command.venues, repeat = command.repeat;
     const bool check = command.check;
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
     const QString year = writeInstallation(folder.filePath(u"anno"_s), venues, 12, LastDay);
     const QString half = writeInstallation(folder.filePath(u"semestre"_s), venues, 6, LastDay);
     const QString anchorFile = folder.filePath(u"anchor.mdb"_s);

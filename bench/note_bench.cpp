@@ -219,9 +219,7 @@ int main(int argc, char** argv) {
     const bench::ScreenBenchOptions command = bench::readOptions(app.arguments());
     const int repeat = command.repeat;
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
     const QString year = writeInstallation(folder.filePath(u"anno"_s), command.venues, 12, LastDay);
     openEveryAdvance(year);
     const QString anchor = folder.filePath(u"anchor.mdb"_s);

@@ -193,9 +193,7 @@ int main(int argc, char** argv) {
     const ScreenBenchOptions command = readOptions(app.arguments());
     const int repeat = command.repeat;
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
     const QString year = writeInstallation(folder.filePath(u"anno"_s), command.venues);
     const QString anchorFile = folder.filePath(u"anchor.mdb"_s);
     bool ok = true;

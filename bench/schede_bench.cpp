@@ -151,13 +151,7 @@ double anchorCard(const QString& installation, const QString& target) {
 }
 
 // "lines/balances" of a filled work file.
-QString cardCounts(const QString& path) {
-    sqlite3* work = openRaw(path);
-    const QString counts = u"%1/%2"_s.arg(scalar(work, u"SELECT COUNT(*) FROM NoteRighe"_s))
-                               .arg(scalar(work, u"SELECT COUNT(*) FROM Saldi"_s));
-    sqlite3_close(work);
-    return counts;
-}
+QString cardCounts(const QString& path) { return rowCounts(path, {"NoteRighe", "Saldi"}); }
 
 qint64 venuesInUse(const QString& installation) {
     sqlite3* main = openRaw(installation + u"/Lorvane.db"_s);
@@ -193,9 +187,7 @@ int main(int argc, char** argv) {
     const ScreenBenchOptions command = readOptions(app.arguments());
     const int repeat = command.repeat;
     QTemporaryDir folder;
-    qputenv("LORVANE_TEMP1", folder.filePath(u"temp1"_s).toUtf8());
-    QDir().mkpath(platform::workFolder());
-    platform::setToday([] { return LastDay; });
+    useBenchFolder(folder.path(), LastDay);
     const QString large =
         writeInstallation(folder.filePath(u"grande"_s), command.venues, 12, LastDay);
     const QString small =

@@ -1,5 +1,6 @@
 #include "screen_runner.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <cstdio>
 #include <cstdlib>
@@ -9,7 +10,9 @@
 #include "generated_table.h"
 #include "host/demo/demo_data.h"
 #include "host/reference_host.h"
+#include "platform/clock.h"
 #include "platform/message_box.h"
+#include "platform/windows_paths.h"
 #include "platform/runtime_error.h"
 #include "platform/shell.h"
 #include "screens/controls.h"
@@ -85,6 +88,12 @@ double ScreenRunner::runPdf() {
 bool pdfWritten(const ScreenRunner& runner) {
     return runner.messages.isEmpty() && runner.files.size() == 1 &&
            QFileInfo(runner.files[0]).size() > 0;
+}
+
+void useBenchFolder(const QString& folder, const QDate& today) {
+    qputenv("LORVANE_TEMP1", QDir(folder).filePath(u"temp1"_s).toUtf8());
+    QDir().mkpath(platform::workFolder());
+    platform::setToday([today] { return today; });
 }
 
 QString writeInstallation(const QString& folder, int venues, int months, const QDate& lastDay) {

@@ -56,6 +56,10 @@ ScreenBenchOptions readOptions(const QStringList& arguments);
 // gives `folder`.
 QString writeInstallation(const QString& folder, int venues, int months, const QDate& lastDay);
 
+// Sets up a screen benchmark in `folder`: the work folder below it, today
+// fixed at `today`.
+void useBenchFolder(const QString& folder, const QDate& today);
+
 // True when the last run wrote a PDF and showed nothing else.
 bool pdfWritten(const ScreenRunner& runner);
 
