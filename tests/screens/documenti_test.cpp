@@ -14,7 +14,7 @@
 #include "reports/documents/documenti_sql.h"
 #include "screens/controls.h"
 #include "support/database_contents.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -236,59 +236,14 @@ INSTANTIATE_TEST_SUITE_P(
 
 // The real screens on the fixture's installation (today 20/03/2025, the
 // document cases on 01/03/2025).
-class DocumentRun : public testing::ScreenTest {
+class DocumentRun : public testing::ReportScreenTest {
   protected:
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
-    // The tree holds `venue` alone, ticked, and "Tutti i locali" is off.
-    void tickOnly(const QString& venue) {
-        auto* tree = control<screens::KeyedTree>(screen, "Tree");
-        tree->clearNodes();
-        const QString root = QLatin1String(screens::KeyedTree::RootKey);
-        tree->addNode(QString(), root, u"Tutti i Locali"_s, screens::KeyedTree::RootImage);
-        tree->setTicked(tree->addNode(root, root + venue, venue, screens::KeyedTree::NodeImage),
-                        true);
-        control<QCheckBox>(screen, "ChkTutti")->setChecked(false);
-    }
-    void chooseCompany(const QString& company) {
-        auto* combo = control<QComboBox>(screen, "CmbAzienda");
-        combo->setCurrentIndex(combo->findText(company));
-        ASSERT_GE(combo->currentIndex(), 0) << company.toStdString();
-    }
-    // The statements sent to the host by the click.
-    QStringList run(const char* button = "CmdPdf") {
-        takeCalls();
-        control<QPushButton>(screen, button)->click();
-        return statements();
-    }
-    QStringList statements() {
-        QStringList sent;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                sent << call;
-        return sent;
-    }
-    QString work(const char* file, const QString& sql) const {
-        return DatabaseFile::queryFile(ScreenTest::work.filePath(QLatin1String(file)),
-                                       sql.toUtf8().constData());
-    }
-
   public:
-    static QString mainQuery(const QString& sql, const QString& database = {}) {
-        return DatabaseFile::queryFile(database.isEmpty() ? folder() + u"/Lorvane.db"_s : database,
-                                       sql.toUtf8().constData());
-    }
-
   protected:
     static QString companyOf(const QString& venue) {
         return mainQuery(u"SELECT CodiceAzienda FROM AnagraficaLocali WHERE CodLocale = '"_s +
                          venue + u"'"_s);
     }
-
-    screens::FilterScreen* screen = nullptr;
 };
 
 QString opened(const QString& sql) { return u"OpenRecordset("_s + sql + u")"_s; }

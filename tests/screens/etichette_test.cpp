@@ -13,7 +13,7 @@
 #include "reports/documents/etichette_sql.h"
 #include "reports/documents/installa_font.h"
 #include "screens/controls.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -135,7 +135,7 @@ TEST(LabelNodes, PadAndCutEachColumn) {
 }
 
 // The real screens on the fixture's installation.
-class LabelRun : public testing::ScreenTest {
+class LabelRun : public testing::ReportScreenTest {
   protected:
     void SetUp() override {
         ScreenTest::SetUp();
@@ -146,34 +146,13 @@ class LabelRun : public testing::ScreenTest {
         ScreenTest::TearDown();
     }
 
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
     screens::KeyedTree* tree() const { return control<screens::KeyedTree>(screen, "Tree"); }
     void type(const char* box, const QString& text) {
         control<QLineEdit>(screen, box)->setText(text);
     }
     void search() { control<QPushButton>(screen, "CmdRicerca")->click(); }
 
-    // The statements sent to the host since the last look.
-    QStringList statements() {
-        QStringList sent;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                sent << call;
-        return sent;
-    }
-    QString work(const char* file, const char* sql) const {
-        return DatabaseFile::queryFile(ScreenTest::work.filePath(QLatin1String(file)), sql);
-    }
-    static QString mainQuery(const QString& sql) {
-        return DatabaseFile::queryFile(folder() + u"/Lorvane.db"_s, sql.toUtf8().constData());
-    }
-
     QTemporaryDir fonts;
-    screens::FilterScreen* screen = nullptr;
 };
 
 QString opened(const QString& sql) { return u"OpenRecordset("_s + sql + u")"_s; }

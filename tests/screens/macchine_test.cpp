@@ -11,7 +11,7 @@
 #include "reports/collection/macchine_sql.h"
 #include "screens/controls.h"
 #include "support/database_contents.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -203,50 +203,10 @@ INSTANTIATE_TEST_SUITE_P(
     [](const ::testing::TestParamInfo<SearchRow>& info) { return std::string(info.param.name); });
 
 // The real screens on the fixture's installation (today 20/03/2025).
-class MachineRun : public testing::ScreenTest {
+class MachineRun : public testing::ReportScreenTest {
   protected:
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
-
   public:
-    // The tree holds `venue` alone, ticked, and "Tutti i locali" is off.
-    void tickOnly(const QString& venue) {
-        auto* tree = control<screens::KeyedTree>(screen, "Tree");
-        tree->clearNodes();
-        const QString root = QLatin1String(screens::KeyedTree::RootKey);
-        tree->addNode(QString(), root, u"Tutti i Locali"_s, screens::KeyedTree::RootImage);
-        if (!venue.isEmpty())
-            tree->setTicked(tree->addNode(root, root + venue, venue, screens::KeyedTree::NodeImage),
-                            true);
-        control<QCheckBox>(screen, "ChkTutti")->setChecked(false);
-    }
-    void chooseCompany(const QString& company) {
-        auto* combo = control<QComboBox>(screen, "CmbAzienda");
-        combo->setCurrentIndex(combo->findText(company));
-        ASSERT_GE(combo->currentIndex(), 0) << company.toStdString();
-    }
-
   protected:
-    // The statements the preparation sent to the host.
-    QStringList run(const char* button = "CmdPdf") {
-        takeCalls();
-        control<QPushButton>(screen, button)->click();
-        QStringList statements;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                statements << call;
-        return statements;
-    }
-    QString work(const char* file, const char* sql) const {
-        return DatabaseFile::queryFile(ScreenTest::work.filePath(QLatin1String(file)), sql);
-    }
-    static QString mainQuery(const QString& sql, const QString& database = {}) {
-        return DatabaseFile::queryFile(database.isEmpty() ? folder() + u"/Lorvane.db"_s : database,
-                                       sql.toUtf8().constData());
-    }
     // The rows of every table of the main database but AnagraficaLocali_Tmp.
     static QString fingerprint(const QString& database = {}) {
         return testing::databaseContents(database.isEmpty() ? folder() + u"/Lorvane.db"_s
@@ -262,8 +222,6 @@ class MachineRun : public testing::ScreenTest {
         return mainQuery(u"SELECT CodiceAzienda FROM AnagraficaLocali WHERE CodLocale = '"_s +
                          code + u"'"_s);
     }
-
-    screens::FilterScreen* screen = nullptr;
 };
 
 struct RunRow {

@@ -15,7 +15,7 @@
 #include "screens/controls.h"
 #include "support/database_contents.h"
 #include "support/process.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -257,40 +257,11 @@ TEST(PreuRates, DifferInExactDecimals) {
 
 // The real screens on the fixture's installation (today 20/03/2025, data
 // of January to March 2025).
-class NoteRun : public testing::ScreenTest {
+class NoteRun : public testing::ReportScreenTest {
   protected:
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
     void wholePeriod() {
         control<QDateEdit>(screen, "txtDallaData")->setDate(QDate(2025, 1, 1));
         control<QDateEdit>(screen, "txtAllaData")->setDate(QDate(2025, 3, 31));
-    }
-    void tickOnly(const QString& venue) {
-        auto* tree = control<screens::KeyedTree>(screen, "Tree");
-        tree->clearNodes();
-        const QString root = QLatin1String(screens::KeyedTree::RootKey);
-        tree->addNode(QString(), root, u"Tutti i Locali"_s, screens::KeyedTree::RootImage);
-        tree->setTicked(tree->addNode(root, root + venue, venue, screens::KeyedTree::NodeImage),
-                        true);
-        control<QCheckBox>(screen, "ChkTutti")->setChecked(false);
-    }
-    void chooseCompany(const QString& company) {
-        auto* combo = control<QComboBox>(screen, "CmbAzienda");
-        combo->setCurrentIndex(combo->findText(company));
-        ASSERT_GE(combo->currentIndex(), 0) << company.toStdString();
-    }
-    // The statements the run sent to the host.
-    QStringList run(const char* button = "CmdPdf") {
-        takeCalls();
-        control<QPushButton>(screen, button)->click();
-        QStringList statements;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                statements << call;
-        return statements;
     }
     // What the sqlite3 shell reads in the work file.
     QString work(const char* file, const char* sql) const {
@@ -322,7 +293,6 @@ class NoteRun : public testing::ScreenTest {
             "NoteTeste WHERE CodCausale = 'ACC')");
     }
 
-    screens::FilterScreen* screen = nullptr;
     QString mainDatabase = folder() + u"/Lorvane.db"_s;
 };
 

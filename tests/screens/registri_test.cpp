@@ -12,7 +12,7 @@
 #include "reports/accounting/registri_sql.h"
 #include "screens/controls.h"
 #include "support/database_contents.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -257,46 +257,11 @@ TEST(Comodato, TheShareIsRoundedToTheEvenCent) {
 }
 
 // The real screens on the fixture's installation (today 20/03/2025).
-class RegistriRun : public testing::ScreenTest {
+class RegistriRun : public testing::ReportScreenTest {
   protected:
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
     void period(const QDate& dalla, const QDate& alla) {
         control<QDateEdit>(screen, "txtDallaData")->setDate(dalla);
         control<QDateEdit>(screen, "txtAllaData")->setDate(alla);
-    }
-    void choose(const char* combo, const QString& text) {
-        auto* box = control<QComboBox>(screen, combo);
-        box->setCurrentIndex(box->findText(text));
-        ASSERT_GE(box->currentIndex(), 0) << text.toStdString();
-    }
-    // The tree holds `codes`, ticked, and "Tutti i locali" is off.
-    void tick(const QStringList& codes) {
-        auto* tree = control<screens::KeyedTree>(screen, "Tree");
-        tree->clearNodes();
-        const QString root = QLatin1String(screens::KeyedTree::RootKey);
-        tree->addNode(QString(), root, u"Tutti i Locali"_s, screens::KeyedTree::RootImage);
-        for (const QString& code : codes)
-            tree->setTicked(tree->addNode(root, root + code, code, screens::KeyedTree::NodeImage),
-                            true);
-        control<QCheckBox>(screen, "ChkTutti")->setChecked(false);
-    }
-    // The statements a run sent to the host.
-    QStringList run(const char* button = "CmdPdf") {
-        takeCalls();
-        control<QPushButton>(screen, button)->click();
-        QStringList statements;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                statements << call;
-        return statements;
-    }
-    QString work(const char* file, const QString& sql) const {
-        return DatabaseFile::queryFile(ScreenTest::work.filePath(QLatin1String(file)),
-                                       sql.toUtf8().constData());
     }
     QString main(const QString& sql) const {
         return DatabaseFile::queryFile(mainFile, sql.toUtf8().constData());
@@ -310,7 +275,6 @@ class RegistriRun : public testing::ScreenTest {
         useMainDatabase(mainFile);
     }
 
-    screens::FilterScreen* screen = nullptr;
     QString mainFile = folder() + u"/Lorvane.db"_s;
 };
 

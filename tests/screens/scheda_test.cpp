@@ -12,7 +12,7 @@
 #include "reports/accounting/scheda_sql.h"
 #include "screens/controls.h"
 #include "support/database_contents.h"
-#include "support/screen_fixture.h"
+#include "support/report_screen_fixture.h"
 
 namespace lorvane {
 namespace {
@@ -181,47 +181,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 // The real screens on the fixture's installation (notes from 01/01/2025 to
 // 31/03/2025, balances opened on 31/12/2024, today 20/03/2025).
-class SchedaRun : public testing::ScreenTest {
+class SchedaRun : public testing::ReportScreenTest {
   protected:
-    screens::FilterScreen* openScreen(const char* code) {
-        screen = open(QString::fromLatin1(code));
-        control<QListWidget>(screen, "List1")->setCurrentRow(0);
-        return screen;
-    }
-    // The tree holds the venues given, ticked, and "Tutti i locali" is off.
-    void tick(const QStringList& venues) {
-        auto* tree = control<screens::KeyedTree>(screen, "Tree");
-        tree->clearNodes();
-        const QString root = QLatin1String(screens::KeyedTree::RootKey);
-        tree->addNode(QString(), root, u"Tutti i Locali"_s, screens::KeyedTree::RootImage);
-        for (const QString& venue : venues)
-            tree->setTicked(tree->addNode(root, root + venue, venue, screens::KeyedTree::NodeImage),
-                            true);
-        control<QCheckBox>(screen, "ChkTutti")->setChecked(false);
-    }
-    void choose(const char* combo, const QString& text) {
-        auto* box = control<QComboBox>(screen, combo);
-        box->setCurrentIndex(box->findText(text));
-        ASSERT_GE(box->currentIndex(), 0) << text.toStdString();
-    }
-    // The statements the run sent to the host.
-    QStringList run(const char* button = "CmdPdf") {
-        takeCalls();
-        control<QPushButton>(screen, button)->click();
-        QStringList statements;
-        for (const QString& call : takeCalls())
-            if (call.startsWith(u"OpenRecordset("_s) || call.startsWith(u"Execute("_s))
-                statements << call;
-        return statements;
-    }
-    QString work(const char* file, const QString& sql) const {
-        return DatabaseFile::queryFile(ScreenTest::work.filePath(QLatin1String(file)),
-                                       sql.toUtf8().constData());
-    }
-    static QString mainQuery(const QString& sql, const QString& database = {}) {
-        return DatabaseFile::queryFile(database.isEmpty() ? folder() + u"/Lorvane.db"_s : database,
-                                       sql.toUtf8().constData());
-    }
     // The rows of every table of the main database but AnagraficaLocali_Tmp.
     static QString fingerprint(const QString& database = {}) {
         return testing::databaseContents(database.isEmpty() ? folder() + u"/Lorvane.db"_s
@@ -235,8 +196,6 @@ class SchedaRun : public testing::ScreenTest {
         return mainQuery(u"SELECT CodiceConto FROM AnagraficaLocali WHERE CodLocale = '"_s + code +
                          u"'"_s);
     }
-
-    screens::FilterScreen* screen = nullptr;
 };
 
 QString opened(const QString& sql) { return u"OpenRecordset("_s + sql + u")"_s; }
