@@ -39,6 +39,17 @@ class ReportRun : public ::testing::Test {
                            u"LORVANE_REGISTRY="_s + scratch->filePath(u"components.ini"_s)});
     }
 
+    // The file a run opened (its "FILE" line), empty when none.
+    static QString openedFile(const ProcessResult& run) {
+        return QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
+            .match(run.out)
+            .captured(1);
+    }
+    // The text of a PDF as pdftotext lays it out.
+    static QString pdfText(const QString& pdf) {
+        return runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    }
+
     // Exports the balance of the first four months of 2025 with `button`;
     // gives the path of the file opened.
     QString exportBalance(const QString& button) {
@@ -108,7 +119,7 @@ TEST_F(ReportRun, ThePdfTotalsAreTheLinesOfThePeriod) {
     const QString pdf = exportBalance(u"CmdPdf"_s);
     EXPECT_TRUE(pdf.endsWith(u".pdf"_s) && pdf.contains(u"/export/pdf/StampaBilancio"_s))
         << pdf.toStdString();
-    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QString text = pdfText(pdf);
     EXPECT_TRUE(text.contains(u"Dal 01/01/2025 Al 30/04/2025 - Conti Patrimoniali ed Economici"_s));
     const QRegularExpressionMatch total =
         QRegularExpression(
@@ -147,10 +158,8 @@ TEST_F(ReportRun, TheTakingsGrandTotalIsTheSumOfTheNotes) {
                  u"txtAllaData=31/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                            .match(run.out)
-                            .captured(1);
-    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QString pdf = openedFile(run);
+    const QString text = pdfText(pdf);
     const QRegularExpressionMatch total =
         QRegularExpression(u"Totale generale\\s+([\\d.]+,\\d\\d)"_s).match(text);
     ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
@@ -175,11 +184,8 @@ TEST_F(ReportRun, TheReceiptShowsTheVenuesShareInWords) {
                  u"30/04/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                            .match(run.out)
-                            .captured(1);
-    const QStringList pages = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s})
-                                  .out.split(u'\f', Qt::SkipEmptyParts);
+    const QString pdf = openedFile(run);
+    const QStringList pages = pdfText(pdf).split(u'\f', Qt::SkipEmptyParts);
     const QString collected =
         lorvane({u"sql"_s, installation() + u"/Lorvane.db"_s,
                  u"SELECT Min(CodLocale) FROM NoteTeste WHERE CodCausale = 'INC6' AND "
@@ -240,12 +246,9 @@ TEST_P(MachineReportRun, TheGrandTotalIsThatOfTheMainDatabaseInPdfAndWorkbook) {
         const ProcessResult run = lorvane(args << QString::fromLatin1(button));
         EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
         EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-        return QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-            .match(run.out)
-            .captured(1);
+        return openedFile(run);
     };
-    const QString text =
-        runProgram(u"pdftotext"_s, {u"-layout"_s, exported(pdfArgs, "CmdPdf"), u"-"_s}).out;
+    const QString text = pdfText(exported(pdfArgs, "CmdPdf"));
     const QRegularExpressionMatch total =
         QRegularExpression(u"Totale generale"_s + QString::fromLatin1(row.total)).match(text);
     ASSERT_TRUE(total.hasMatch()) << text.right(600).toStdString();
@@ -342,10 +345,8 @@ TEST_P(LedgerCardRun, TheClosingBalanceIsThatOfEveryLineUpToTheEnd) {
     const ProcessResult run = lorvane(args);
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                            .match(run.out)
-                            .captured(1);
-    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QString pdf = openedFile(run);
+    const QString text = pdfText(pdf);
     const QRegularExpressionMatch closing =
         QRegularExpression(u"Saldo finale\\s+(-?[\\d.]+,\\d\\d)"_s).match(text);
     ASSERT_TRUE(closing.hasMatch()) << text.toStdString();
@@ -406,11 +407,8 @@ class NotesReportRun : public ReportRun, public ::testing::WithParamInterface<No
         for (const QString& line : run.out.split(u'\n'))
             if (line.startsWith(u"MSG "_s)) messages << line;
         *shown = messages.join(u'\n');
-        const QString pdf =
-            QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                .match(run.out)
-                .captured(1);
-        return runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+        const QString pdf = openedFile(run);
+        return pdfText(pdf);
     }
     // The figure the SQL tool gives, as "1234.50".
     QString sqlFigure(const QString& sql) {
@@ -524,9 +522,7 @@ TEST_P(LabelReportRun, EveryBarCodeDecodesToItsRowsCode) {
                                        u"List1=%1"_s.arg(row.layout), u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                            .match(run.out)
-                            .captured(1);
+    const QString pdf = openedFile(run);
     ASSERT_FALSE(pdf.isEmpty()) << run.out.toStdString();
     QTemporaryDir pages;
     ASSERT_EQ(runProgram(u"pdftoppm"_s, {u"-r"_s, u"300"_s, u"-gray"_s, u"-png"_s, pdf,
@@ -584,10 +580,8 @@ TEST_P(CashReportRun, TheTotalIsTheSumOfTheNotes) {
                  u"txtAllaData=20/03/2025"_s, u"pick"_s, u"List1=0"_s, u"click"_s, u"CmdPdf"_s});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_FALSE(run.out.contains(u"MSG "_s)) << run.out.toStdString();
-    const QString pdf = QRegularExpression(u"^FILE (.+)$"_s, QRegularExpression::MultilineOption)
-                            .match(run.out)
-                            .captured(1);
-    const QString text = runProgram(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s}).out;
+    const QString pdf = openedFile(run);
+    const QString text = pdfText(pdf);
     const QRegularExpressionMatch total =
         QRegularExpression(QString::fromLatin1(row.total)).match(text);
     ASSERT_TRUE(total.hasMatch()) << text.right(800).toStdString();
